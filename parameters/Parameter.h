@@ -37,9 +37,11 @@ public:
     virtual bool getBool() const = 0;
     virtual juce::String getText() const = 0;
 
-    // Every setter cuts the value to the range, does nothing at all if the
-    // stored value is already that, and otherwise stores it and, if notify is
-    // set, calls the synchronous listeners and triggers the asynchronous ones.
+    // Getters and setters run on any thread, the audio thread included (those
+    // of StringParameter excepted). Every setter cuts the value to the range,
+    // does nothing at all if the stored value is already that, and otherwise
+    // stores it and, if notify is set, calls the synchronous listeners and
+    // triggers the asynchronous ones.
     virtual void setValue(float value, bool notify) = 0;
     virtual void setNormalised(float value, bool notify) = 0;
     virtual void setInt(int value, bool notify) = 0;

@@ -32,6 +32,8 @@ public:
     Parameter* getParameter(const juce::String& name) const;
     juce::String getName(int id) const;
 
+    // By id, on any thread, the audio thread included: the read lock never
+    // waits once start-up is over.
     double getValue(int id) const;
     double getNormalised(int id) const;
     int getInt(int id) const;
