@@ -71,6 +71,7 @@ public:
     void setPulseWidth(double newPulseWidth) { setAndMark(pulseWidth, newPulseWidth); }
     void setPosition(double newPosition) { setAndMark(position, newPosition); }
 
+    // Message thread.
     void addListener(Listener* listener) { listeners.add(listener); }
     void removeListener(Listener* listener) { listeners.remove(listener); }
 

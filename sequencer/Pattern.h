@@ -53,8 +53,9 @@ public:
 
     Pattern() = default;
 
-    // Steps. Out-of-range tracks or steps are ignored and read as 0. On the
-    // accent track a value with bit 0 set is stored with bit 1 set as well.
+    // Steps; safe on the audio thread (playing reads them, a recorded tap
+    // writes one). Out-of-range tracks or steps are ignored and read as 0. On
+    // the accent track a value with bit 0 set is stored with bit 1 set too.
     int getStep(int track, int step) const
     {
         return isValid(track, step) ? steps[(size_t)track][(size_t)step].getValue() : 0;

@@ -264,3 +264,13 @@ TEST(SequencerClock, ListenersHearCoalescedNewsOnTheMessageThread)
     pump();
     EXPECT_EQ(counter.started + counter.ticked, 3);
 }
+
+TEST(SequencerClock, WithoutATempoOnlyTheFirstStepFires)
+{
+    Clock clock;
+    Harness h(clock, 44100.0, 0.0);
+    h.run(100000);
+    ASSERT_EQ(h.events.size(), 1u);
+    EXPECT_GT(clock.samplesToChange, 0) << "waits for ever, without overflow";
+    EXPECT_EQ(clock.position, 0.0);
+}
