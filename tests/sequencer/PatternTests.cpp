@@ -11,7 +11,7 @@ TEST(SequencerPattern, DefaultsAndClamps)
     EXPECT_TRUE(first.getName() == "Empty" && first.getScale() == 4 && first.getTempo() == 120.0 && v.getTempo() == 120.0);
     EXPECT_EQ(second.getLength(), 0) << "a new variation has no second part";
 
-    const int lengths[][3] = {{-3, 1, 0}, {0, 1, 0}, {1, 1, 1}, {16, 16, 16}, {17, 16, 16}}; // asked, part 1, part 2
+    const int lengths[][3] = {{-3, 1, 0}, {0, 1, 0}, {1, 1, 1}, {16, 16, 16}, {17, 16, 16}}; // asked, first part, second part
     for (const auto& l : lengths)
     {
         first.setLength(l[0]);
