@@ -1,0 +1,276 @@
+#include "sequencer/ShuffledClock.h"
+
+#include <gtest/gtest.h>
+
+#include <cmath>
+#include <vector>
+
+namespace
+{
+struct Event
+{
+    int sample, state;
+    bool first;
+};
+
+// Ticks a clock sample by sample and records its changes of state.
+struct Harness
+{
+    explicit Harness(Clock& c, double sr = 44100.0, double bpm = 120.0, double stepsPerBeat = 4, double pulseWidth = 0.5)
+        : clock(c)
+    {
+        clock.setSampleRate(sr);
+        clock.setTempo(bpm);
+        clock.setStepsPerBeat(stepsPerBeat);
+        clock.setPulseWidth(pulseWidth);
+        clock.start();
+    }
+
+    void run(int samples)
+    {
+        for (const int end = sample + samples; sample < end; ++sample)
+            if (clock.tick())
+                events.push_back({sample, clock.state, clock.firstTick});
+    }
+
+    Event next()
+    {
+        for (const auto seen = events.size(); events.size() == seen;)
+            run(1);
+        return events.back();
+    }
+
+    Clock& clock;
+    int sample = 0;
+    std::vector<Event> events;
+};
+
+// The boundaries in beats that a clock started at 0 passes: for a plain clock
+// each pulse end and step start, for a shuffled one each pair's first pulse
+// end, late second step, its pulse end and the next pair.
+std::vector<double> boundaries(bool shuffled, double stepsPerBeat, double pulseWidth, double shuffle, int beats)
+{
+    const double stepLen = 1.0 / stepsPerBeat, pairLen = 2.0 * stepLen;
+    std::vector<double> targets{0.0};
+    for (int k = 0; !shuffled && k < beats * stepsPerBeat; ++k)
+    {
+        const double next = (k + 1) * stepLen;
+        targets.insert(targets.end(), {next - stepLen + pulseWidth * stepLen, next});
+    }
+    for (int j = 0; shuffled && j < beats * stepsPerBeat / 2; ++j)
+    {
+        const double pairEnd = (j + 1) * pairLen, pairStart = pairEnd - pairLen;
+        const double mid = pairEnd - stepLen + shuffle * stepLen;
+        targets.insert(targets.end(), {pairStart + (mid - pairStart) * pulseWidth, mid, mid + (pairEnd - mid) * pulseWidth, pairEnd});
+    }
+    return targets;
+}
+
+const struct
+{
+    double sr, bpm;
+} rates[] = {{44100.0, 120.0}, {48000.0, 133.0}, {96000.0, 87.5}, {192000.0, 300.0}, {88200.0, 30.0}};
+} // namespace
+
+// Each change must come at the sample m after the previous one plus
+// ceil((T - position_m) * spb), the position growing by 1 / spb each tick; and,
+// checked apart from that, on the first sample at or past the boundary (either
+// neighbour where the boundary falls on a whole sample).
+TEST(SequencerClock, EventsFallOnTheFirstSamplePastEachBoundary)
+{
+    const double shuffles[] = {-1.0, 0.0, 0.25, 0.5, 0.8}; // -1: plain clock
+    for (const auto& r : rates)
+        for (int scale : {3, 4, 6, 8})
+            for (double shuffle : shuffles)
+            {
+                const auto label = "rate " + std::to_string(r.sr) + " bpm " + std::to_string(r.bpm) + " scale " + std::to_string(scale) + " shuffle " + std::to_string(shuffle);
+                ShuffledClock shuffled;
+                shuffled.setShuffle(shuffle);
+                Clock plain;
+                Clock& clock = shuffle < 0.0 ? plain : shuffled;
+                Harness h(clock, r.sr, r.bpm, scale, 0.5);
+                const auto targets = boundaries(shuffle >= 0.0, scale, 0.5, shuffle, 2);
+                const double spb = r.sr * 60.0 / r.bpm;
+                double position = 0.0;
+                int sample = 0, expected = 0;
+                for (size_t i = 0; i < targets.size(); ++i)
+                {
+                    if (i > 0)
+                    {
+                        for (; sample <= expected; ++sample)
+                            position += 1.0 / spb;
+                        expected = sample + (int)std::ceil((targets[i] - position) * spb);
+                    }
+                    const auto e = h.next();
+                    const double exact = targets[i] * spb;
+                    EXPECT_EQ(e.sample, expected) << label << " change " << i;
+                    EXPECT_TRUE(e.sample >= std::ceil(exact - 1e-6) && e.sample <= std::ceil(exact + 1e-6)) << label << " change " << i << " at " << e.sample;
+                    EXPECT_EQ(e.state, (int)i % (shuffle < 0.0 ? 2 : 4)) << label << " change " << i;
+                    EXPECT_EQ(e.first, i == 0) << label << " change " << i;
+                }
+            }
+}
+
+TEST(SequencerClock, ZeroPulseWidthEndsThePulseOnTheNextSample)
+{
+    // 44.1 kHz, 120 bpm: a step every 5512.5 samples. Restarted at any sample,
+    // as block processing does with its gate clocks, the clock fires there.
+    Clock clock;
+    Harness h(clock, 44100.0, 120.0, 4, 0.0);
+    for (int sample : {0, 1, 5513, 5514})
+        EXPECT_EQ(h.next().sample, sample);
+    h.run(777);
+    clock.restart();
+    for (int sample : {6292, 6293})
+        EXPECT_EQ(h.next().sample, sample);
+    EXPECT_TRUE(h.events.back().first == false && clock.isOffState());
+}
+
+TEST(SequencerClock, StoppedAndNegativePositionsAreSilent)
+{
+    Clock clock;
+    Harness h(clock);
+    h.run(6000);
+    ASSERT_EQ(h.events.size(), 3u);
+    clock.stop();
+    EXPECT_EQ(clock.state, -1);
+    h.run(10000);
+    EXPECT_EQ(h.events.size(), 3u) << "a stopped clock fires nothing";
+    EXPECT_EQ(clock.position, 0.0) << "and does not move";
+
+    // Written below 0, the clock is silent until the position, one sample's
+    // beats a tick, reaches 0; then the first step fires as a first step.
+    clock.start();
+    h.run(1);
+    clock.setPosition(-0.1);
+    int expected = h.sample;
+    for (double position = -0.1; position < 0.0; ++expected)
+        position += 1.0 / 22050.0;
+    const auto e = h.next();
+    EXPECT_EQ(e.sample, expected);
+    EXPECT_EQ(e.state, 0);
+    EXPECT_TRUE(e.first);
+    EXPECT_FALSE(h.next().first);
+}
+
+TEST(SequencerClock, PositionWrittenNearABoundary)
+{
+    // 44.1 kHz, 120 bpm, steps of 0.25 beat: the tolerance is 0.00125 beat.
+    const double tol = 0.25 * 0.005, spb = 22050.0;
+    const struct
+    {
+        bool shuffled;
+        int skip;        // changes to let pass first
+        double position; // then written
+        int states[3];   // the next changes
+        double waitFor;  // the boundary the first change waits for; -1: at once
+        bool oneASample; // the three changes on consecutive samples
+        const char* what;
+    } cases[] = {
+        {false, 2, 0.25 + 0.4 * tol, {0, 1, 0}, -1, false, "just past an awaited step: it fires at once"},
+        {false, 2, 0.25 + 2.0 * tol, {0, 1, 0}, 0.5, false, "further past: that step is lost"},
+        {false, 3, 0.25 - 0.4 * tol, {1, 0, 1}, 0.375, false, "set back just before a step that fired: not again"},
+        {false, 3, 0.25 - 2.0 * tol, {1, 0, 1}, -1, false, "set back further: the step comes twice"},
+        {true, 4, 0.5 + 0.4 * tol, {0, 1, 2}, -1, false, "just past an awaited pair"},
+        {true, 5, 0.5 - 0.4 * tol, {1, 2, 3}, 0.625, false, "set back just before a pair that fired"},
+        {true, 1, 0.47, {1, 2, 3}, -1, true, "far ahead: the missed states one a sample"},
+    };
+    for (const auto& c : cases)
+    {
+        ShuffledClock shuffled;
+        Clock plain;
+        Harness h(c.shuffled ? shuffled : plain);
+        for (int i = 0; i < c.skip; ++i)
+            h.next();
+        h.clock.setPosition(c.position);
+        const int at = h.sample;
+        const auto e = h.next();
+        EXPECT_EQ(e.sample, c.waitFor < 0 ? at : at + (int)std::ceil((c.waitFor - c.position) * spb)) << c.what;
+        EXPECT_EQ(e.state, c.states[0]) << c.what;
+        EXPECT_EQ(h.next().state, c.states[1]) << c.what;
+        EXPECT_EQ(h.next().state, c.states[2]) << c.what;
+        if (c.oneASample)
+        {
+            EXPECT_EQ(h.events.back().sample, at + 2) << c.what;
+        }
+    }
+}
+
+TEST(SequencerClock, TempoChangeTakesEffectFromTheCurrentPosition)
+{
+    Clock clock;
+    Harness h(clock, 48000.0, 120.0);
+    h.next();
+    h.next();
+    h.run(1000);
+    double position = 0.0;
+    for (int i = 0; i < h.sample; ++i)
+        position += 1.0 / 24000.0;
+    clock.setTempo(90.0); // 32000 samples a beat
+    int at = h.sample;
+    const auto step = h.next();
+    EXPECT_EQ(step.sample, at + (int)std::ceil((0.25 - position) * 32000.0));
+    for (; at <= step.sample; ++at)
+        position += 1.0 / 32000.0;
+    EXPECT_EQ(h.next().sample, at + (int)std::ceil((0.375 - position) * 32000.0));
+}
+
+TEST(SequencerClock, NearPreviousStepIsStrictAtHalfway)
+{
+    // Shuffle 0.5: a pair's first step lasts 1.5 steps, the second 0.5.
+    ShuffledClock shuffled;
+    shuffled.setShuffle(0.5);
+    Clock plain;
+    const struct
+    {
+        Clock& clock;
+        double position;
+        bool near;
+    } cases[] = {{plain, 0.35, true}, {plain, 0.375, false}, {plain, 0.4, false}, {plain, 0.25, false}, {shuffled, 0.18, true}, {shuffled, 0.1875, false}, {shuffled, 0.2, false}, {shuffled, 0.43, true}, {shuffled, 0.4375, false}};
+    for (const auto& c : cases)
+    {
+        c.clock.position = c.position;
+        EXPECT_EQ(c.clock.isNearPreviousStep(), c.near) << (&c.clock == &plain ? "plain" : "shuffled") << " at " << c.position;
+    }
+}
+
+TEST(SequencerClock, ListenersHearCoalescedNewsOnTheMessageThread)
+{
+    struct Counter : Clock::Listener
+    {
+        int started = 0, ticked = 0;
+        void clockStateChanged(Clock&) override { ++started; }
+        void clockTicked(Clock&) override { ++ticked; }
+    } counter;
+    auto pump = []
+    { juce::MessageManager::getInstance()->runDispatchLoopUntil(20); };
+
+    ShuffledClock clock;
+    clock.addListener(&counter);
+    Harness h(clock);
+    h.run(44100);
+    ASSERT_EQ(h.events.size(), 16u);
+    EXPECT_EQ(counter.started + counter.ticked, 0) << "nothing before the loop runs";
+    pump();
+    EXPECT_EQ(counter.started, 1);
+    EXPECT_EQ(counter.ticked, 1) << "16 changes arrive as one";
+    clock.stop();
+    pump();
+    EXPECT_EQ(counter.started, 2);
+    EXPECT_EQ(counter.ticked, 1);
+    clock.removeListener(&counter);
+    clock.start();
+    h.run(10);
+    pump();
+    EXPECT_EQ(counter.started + counter.ticked, 3);
+}
+
+TEST(SequencerClock, WithoutATempoOnlyTheFirstStepFires)
+{
+    Clock clock;
+    Harness h(clock, 44100.0, 0.0);
+    h.run(100000);
+    ASSERT_EQ(h.events.size(), 1u);
+    EXPECT_GT(clock.samplesToChange, 0) << "waits for ever, without overflow";
+    EXPECT_EQ(clock.position, 0.0);
+}
