@@ -1,11 +1,37 @@
-# quindrel_shared: everything but the engine and the plug-in client, with JUCE
-# compiled into it once. The tests, benchmarks and tools link it, so they run
-# the same code as the plug-in.
+# The plug-in. juce_add_plugin makes quindrel_shared, the shared code of all
+# formats: everything but the engine and the format wrappers, with JUCE compiled
+# into it once. The wrappers (quindrel_shared_VST3, _LV2, _Standalone) build
+# the products named Quindrel. The tests, benchmarks and tools link
+# quindrel_shared too, so they run the same code as the plug-in.
 
-add_library(quindrel_shared STATIC)
+set(QUINDREL_LV2_URI "https://quindrel.audio/plugins/quindrel")
+
+juce_add_plugin(quindrel_shared
+    PRODUCT_NAME "Quindrel"
+    VERSION 1.5.1
+    COMPANY_NAME "Quindrel Audio"
+    COMPANY_WEBSITE "https://quindrel.audio"
+    COMPANY_EMAIL "mailto:support@quindrel.audio"
+    BUNDLE_ID "audio.quindrel.quindrel"
+    PLUGIN_MANUFACTURER_CODE Qndr
+    PLUGIN_CODE QDH2
+    DESCRIPTION "Analogue-style drum machine"
+    FORMATS VST3 LV2 Standalone
+    IS_SYNTH TRUE
+    NEEDS_MIDI_INPUT TRUE
+    NEEDS_MIDI_OUTPUT TRUE
+    IS_MIDI_EFFECT FALSE
+    EDITOR_WANTS_KEYBOARD_FOCUS FALSE
+    COPY_PLUGIN_AFTER_BUILD FALSE
+    VST3_CATEGORIES Instrument Drum
+    LV2URI "${QUINDREL_LV2_URI}")
+
 quindrel_warnings(quindrel_shared)
 target_include_directories(quindrel_shared PUBLIC "${CMAKE_SOURCE_DIR}")
-target_compile_definitions(quindrel_shared PUBLIC ${QUINDREL_JUCE_DEFINITIONS})
+target_compile_definitions(quindrel_shared PUBLIC
+    ${QUINDREL_JUCE_DEFINITIONS}
+    # Debian's JUCE ignores the URI given above.
+    JucePlugin_LV2URI="${QUINDREL_LV2_URI}")
 target_link_libraries(quindrel_shared
     PUBLIC
         quindrel_engine

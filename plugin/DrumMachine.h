@@ -1,0 +1,222 @@
+#pragma once
+
+#include "engine/DrumMachineCore.h"
+#include "parameters/InstrumentNames.h"
+#include "plugin/BasePluginOldStyle.h"
+#include "plugin/MidiQueue.h"
+#include "sequencer/Clock.h"
+#include "sequencer/ShuffledClock.h"
+#include "sequencer/DrumMachineSeq.h"
+
+#include <array>
+#include <atomic>
+
+// Everything common to the family's drum machines: the engine and the
+// sequencer, the four clocks, block processing with sample-accurate MIDI and
+// steps, the routing of instruments to outputs, the drum map, and the modes of
+// the sequencer that the panel mirrors in state parameters.
+//
+// processBlock runs on the host's audio thread. Events, file work and the
+// mirrors run on the message thread. The two sides share plain words (modes,
+// run request, routing, drum map), each written whole and read afresh.
+class DrumMachine : public BasePluginOldStyle
+{
+public:
+    static constexpr int maxOutputs = 16;
+    static constexpr int stereoOutputs = 0;
+    static constexpr int monoOutputs = 1;
+
+    static constexpr int byTransportChange = 0;
+    static constexpr int byLowestCNoteOn = 1;
+
+    // The output type a new instance takes, read from a user settings file
+    // before the buses are declared; stereo if the file says nothing.
+    static int readStoredOutputType(const juce::File& settingsFile);
+
+    // outputCount and outputType fix the buses for the life of the instance.
+    DrumMachine(const PluginPaths& paths, int outputCount, int outputType, const juce::String& shortName);
+    ~DrumMachine() override;
+
+    // juce::AudioProcessor
+    void prepareToPlay(double sampleRate, int maximumExpectedSamplesPerBlock) override;
+    void releaseResources() override;
+    void processBlock(juce::AudioBuffer<float>& buffer, juce::MidiBuffer& midiMessages) override;
+    using juce::AudioProcessor::processBlock;
+    bool isBusesLayoutSupported(const BusesLayout& layouts) const override;
+
+    // The chain's operations.
+    void initialise() override;
+    void loadUserSettings(const juce::XmlElement& xml) override;
+    std::unique_ptr<juce::XmlElement> createUserSettings() override;
+    void loadResourcesSettings(const juce::XmlElement& xml) override;
+    std::unique_ptr<juce::XmlElement> createResourcesSettings() override;
+    juce::String getParameterDisplayText(int id) const override;
+    juce::String getHostParameterTextFor(int index, float normalisedValue) const override;
+    bool isHostParameterToggle(int index) const override;
+    void parameterChanged(Parameter& parameter) override;
+
+    virtual int getExtraDrumMapExtensionCount() const { return 0; }
+    virtual juce::String getExtraDrumMapExtension(int) const { return {}; }
+    virtual int getOutputCount() const = 0;
+    virtual std::unique_ptr<DrumMachineCore> createCore() { return {}; }
+    virtual std::unique_ptr<DrumMachineSeq> createSequencer() { return {}; }
+    virtual float getBaseVelocity() const { return 0.0f; }
+    virtual float getStrongVelocity() const { return 0.0f; }
+    virtual float getAccentVelocity() const { return 0.0f; }
+
+    // Block processing.
+    // Sounds a track: mute and solo, the engine, the activity lamp, MIDI out.
+    // Audio thread.
+    void triggerInstrument(int instrument, float velocity);
+    // Sends the note-offs of an instrument's generated notes. Audio thread,
+    // or whichever thread changes the internal sequencer.
+    void sendNoteOffs(int instrument);
+    void sendAllNoteOffs();
+
+    // Audio outputs.
+    int getOutputType() const { return outputType; }
+    int getInstrumentOutput(int instrument) const;
+    void setInstrumentOutput(int instrument, int output);
+    int getTriggerOutput() const { return triggerOutput; }
+    void setTriggerOutput(int output);
+    void setTriggerOut(bool enabled, int source);
+    void loadAudioOutputSettings(const juce::XmlElement& xml, bool userSettings);
+    std::unique_ptr<juce::XmlElement> createAudioOutputSettings(bool userSettings) const;
+
+    // The drum map.
+    void resetDrumMap();
+    void loadDrumMap(const juce::XmlElement& xml);
+    bool isDrumMapXml(const juce::XmlElement& xml) const;
+    void loadDrumMapFromResource(const juce::String& text);
+    void loadDrumMapFromFile();
+    std::unique_ptr<juce::XmlElement> createDrumMapXml() const;
+    bool saveDrumMap(const juce::File& file) const;
+    juce::String getDrumMapExtension() const;
+    juce::String getDrumMapWildcard() const;
+    juce::String getInstrumentName(int index) const;
+    juce::String getMidiKeyName(int key) const;
+    int getKeyInstrument(int key) const;
+    const juce::String& getDrumMapName() const { return drumMapName; }
+
+    DrumMachineCore* getCore() const { return core.get(); }
+    DrumMachineSeq* getSequencer() const { return sequencer.get(); }
+    double getAccentLevel() const { return accentLevel; }
+
+    // Taken by the panel's timer: whether a track fired, or MIDI arrived, since the last look.
+    bool takeActivity(int track) { return activityFlags[(size_t) track].exchange(0) != 0; }
+    bool takeMidiActivity() { return midiActivity.exchange(0) != 0; }
+
+    // Mode flags, read by block processing, set by events and settings.
+    std::atomic<bool> internalSequencer { true }, internalSync { true }, hostMode { false }, noteOffMode { false };
+    std::atomic<int> hostPlayDetection { byTransportChange };
+    std::atomic<bool> writeMode { false }, autoFollow { false }, randomizerOn { false }, lengthMode { false }, tapMode { false }, flamMode { false };
+    // The defaults a new instance takes, from the user settings.
+    bool defaultInternalSequencer = true, defaultInternalSync = true, defaultHostMode = false, defaultNoteOffMode = false;
+
+    // Start and stop requests of the panel, served at the next block: 0 none, 1 start, 2 stop.
+    std::atomic<int> runRequest { 0 };
+    int getRunState() const { return runState; }
+
+    // The four clocks, in the order they are built.
+    ShuffledClock hostClock { "hostClock" };
+    ShuffledClock nativeClock { "nativeClock" };
+    Clock nativeGateClock;
+    Clock hostGateClock;
+
+    // Editing selection of the sequencer's tracks, and the clipboard flags.
+    std::array<juce::uint8, trackCount> selectedTracks {};
+    int selectedTrack = 0;
+    bool trackClipboardFull = false;
+    bool patternClipboardFull = false;
+    std::array<juce::uint8, trackCount> clipboardTracks {};
+    int clipboardTrackCount = 0;
+
+    // The panel's view of the modes: state parameters recomputed from the
+    // flags (message thread, or the audio thread for the pattern displays).
+    bool isEditing() const { return internalSequencer && (writeMode || hostMode); }
+    bool isRandomFilled() const;
+    virtual void updateInternalSequencerState();
+    virtual void updateInternalSyncState();
+    virtual void updateHostModeState();
+    virtual void updateNoteOffState();
+    virtual void updateWriteModeState();
+    virtual void updateAutoFollowState();
+    virtual void updateLengthModeState();
+    virtual void updateStepLights();
+    virtual void updatePatternDisplays();
+    void updateStepBlinking();
+    void updateStepLengthLamps();
+    void updatePatternNumber();
+    void updateScaleRows();
+    void updateTrackRows();
+
+    // Mode switches with their side effects, as the panel's switches do them.
+    void setInternalSequencer(bool shouldBeOn);
+    void setHostMode(bool shouldBeOn);
+    void setWriteMode(bool shouldBeOn);
+    // Makes t the one selected track, with the selection parameters.
+    void selectTrack(int track);
+
+    // Served by the next block: the note-offs of a sequencer just switched.
+    std::atomic<bool> noteOffsRequested { false };
+
+protected:
+    std::unique_ptr<DrumMachineCore> core;
+    std::unique_ptr<DrumMachineSeq> sequencer;
+
+    const int numInstruments = instrumentCount;
+    const int numTracks = trackCount;
+
+private:
+    static BusesProperties makeBuses(int outputCount, int outputType, const juce::String& shortName);
+    void startNativeSequence();
+    void handleController(const juce::MidiMessage& message);
+    void handleProgramChange(int program);
+    void refreshModeRows();
+    void copyTempoAndScale(const Clock& from, Clock& to);
+    void handleMidiEvent(const juce::MidiMessage& message);
+    void flushPending();
+    void renderOneFrame();
+    void prepareOutputChannels(juce::AudioBuffer<float>& buffer);
+    void updateEnabled();
+    void readDrumMapVersion(const juce::XmlElement& xml, const char* keyAttribute);
+
+    // Block processing.
+    MidiQueue midiQueue;
+    juce::MidiBuffer midiOut;
+    int sampleInBlock = 0;
+    int pendingSamples = 0;
+    int renderedSamples = 0;
+    std::array<double, instrumentCount> renderBuffer {};
+    double sampleRate = 0.0;
+    bool wasPlaying = false;
+    bool lowestCStarted = false;
+    int heldPatternNotes = 0;
+    int runState = 0;
+    std::array<std::atomic<int>, trackCount> activityFlags {};
+    std::atomic<int> midiActivity { 0 };
+    double accentLevel = 0.0;
+    std::array<juce::uint8, instrumentCount> heldOutNotes {};
+
+    // Mute and solo, and what they leave enabled.
+    std::array<bool, instrumentCount> muted {}, soloed {};
+    std::array<std::atomic<int>, instrumentCount> enabled;
+
+    // Outputs: the channel of each output's left and right side in this
+    // block's buffer, or -1 where the host gave none.
+    const int outputCount;
+    int storedOutputType = stereoOutputs;
+    int outputType = stereoOutputs;
+    std::array<std::atomic<int>, instrumentCount> instrumentOutput;
+    std::array<int, instrumentCount> storedInstrumentOutput;
+    std::atomic<int> triggerOutput;
+    std::array<std::array<float*, 2>, maxOutputs> outputPointers {};
+
+    // The drum map.
+    std::array<std::atomic<int>, 128> keyToInstrument;
+    juce::String drumMapName;
+    int drumMapSource = 0;
+    juce::String drumMapFile;
+
+    const juce::String outputShortName;
+};

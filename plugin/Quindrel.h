@@ -1,0 +1,49 @@
+#pragma once
+
+#include "parameters/OldParameterNames.h"
+#include "plugin/DrumMachine.h"
+
+// The concrete instrument: its engine, its sequencer, its identity and file
+// names, and the events and parameters only it knows.
+class Quindrel : public DrumMachine
+{
+public:
+    static constexpr int outputCount = 12;
+
+    explicit Quindrel(const PluginPaths& paths);
+    ~Quindrel() override;
+
+    // Builds and starts an instance as the plug-in entry point does: construct,
+    // initialise, and let every parameter notify once so that engine and
+    // sequencer agree with the parameters.
+    static std::unique_ptr<Quindrel> createInstance(const PluginPaths& paths);
+
+    juce::String getPluginName() const override { return "Quindrel"; }
+    juce::String getPluginShortName() const override { return "QD"; }
+    int getNumHostParameters() const override { return 111; }
+    int getOutputCount() const override { return outputCount; }
+    std::unique_ptr<DrumMachineCore> createCore() override;
+    std::unique_ptr<DrumMachineSeq> createSequencer() override;
+    float getBaseVelocity() const override { return 0.3779527559055118f; }
+    float getStrongVelocity() const override { return 0.377f; }
+    float getAccentVelocity() const override { return 0.623f; }
+    bool canLoadState(const juce::XmlElement& xml) const override;
+
+    // SoftwareDesignation
+    juce::String getProductName() const override { return getPluginName(); }
+    juce::String getCodeName() const override { return "Copper Quail"; }
+    juce::String getVersion() const override { return "1.5.1"; }
+    juce::String getHomePage() const override { return "https://quindrel.audio"; }
+    juce::String getYear() const override { return "2007"; }
+    juce::String getBuildDate() const override { return "2012-02-09"; }
+    juce::String getEdition() const override { return {}; }
+    juce::String getBuildNumber() const override { return juce::String(442) + "." + juce::String(1304); }
+    juce::String getPatchLevel() const override { return "0"; }
+
+    // The table of older short parameter names, for the older file readers.
+    const OldParameterNames& getOldParameterNames() const { return *oldNames; }
+
+private:
+    std::unique_ptr<OldParameterNames> oldNames;
+    bool goingAway = false;
+};

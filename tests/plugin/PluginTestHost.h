@@ -1,0 +1,117 @@
+#pragma once
+
+#include "plugin/Quindrel.h"
+
+#include <juce_audio_processors/juce_audio_processors.h>
+
+#include <vector>
+
+// Drives a Quindrel instance as a host does: prepare, a play head, blocks of a
+// chosen size, MIDI at exact sample positions. No user files are touched.
+class PluginTestHost
+{
+public:
+    struct Event
+    {
+        int sample;
+        juce::MidiMessage message;
+    };
+
+    class PlayHead : public juce::AudioPlayHead
+    {
+    public:
+        juce::Optional<PositionInfo> getPosition() const override
+        {
+            if (!present)
+                return {};
+            PositionInfo info;
+            info.setIsPlaying(playing);
+            info.setBpm(bpm);
+            info.setPpqPosition(ppq);
+            info.setTimeInSamples(timeInSamples);
+            return info;
+        }
+
+        bool present = true;
+        bool playing = false;
+        double bpm = 120.0;
+        double ppq = 0.0;
+        juce::int64 timeInSamples = 0;
+    };
+
+    explicit PluginTestHost(double sampleRate = 48000.0, int blockSize = 512, const juce::File& settingsFile = {})
+        : rate(sampleRate)
+        , block(blockSize)
+    {
+        PluginPaths paths;
+        paths.settingsFile = settingsFile;
+        plugin = Quindrel::createInstance(paths);
+        plugin->setPlayHead(&playHead);
+        plugin->setRateAndBufferSizeDetails(sampleRate, blockSize);
+        plugin->prepareToPlay(sampleRate, blockSize);
+    }
+
+    ~PluginTestHost()
+    {
+        plugin->releaseResources();
+    }
+
+    // Renders numSamples in blocks of the host's size, delivering events at
+    // their absolute sample positions; returns every channel, and collects
+    // the MIDI the plug-in gives back with absolute positions.
+    juce::AudioBuffer<float> render(int numSamples, const std::vector<Event>& events = {})
+    {
+        const int channels = plugin->getTotalNumOutputChannels();
+        juce::AudioBuffer<float> result(channels, numSamples);
+        juce::AudioBuffer<float> buffer(channels, block);
+        juce::MidiBuffer midi;
+
+        for (int start = 0; start < numSamples; start += block)
+        {
+            const int length = juce::jmin(block, numSamples - start);
+            buffer.setSize(channels, length, false, false, true);
+            midi.clear();
+            for (const auto& e : events)
+                if (e.sample >= start + position && e.sample < start + position + length)
+                    midi.addEvent(e.message, e.sample - start - position);
+
+            plugin->processBlock(buffer, midi);
+            for (const auto metadata : midi)
+                output.push_back({ start + position + metadata.samplePosition, metadata.getMessage() });
+
+            for (int c = 0; c < channels; ++c)
+                result.copyFrom(c, start, buffer, c, 0, length);
+
+            if (playHead.playing)
+                playHead.ppq += length / rate * playHead.bpm / 60.0;
+            playHead.timeInSamples += length;
+        }
+        position += numSamples;
+        return result;
+    }
+
+    static Event noteOn(int sample, int key, int velocity = 100)
+    {
+        return { sample, juce::MidiMessage::noteOn(1, key, (juce::uint8) velocity) };
+    }
+    static Event noteOff(int sample, int key)
+    {
+        return { sample, juce::MidiMessage::noteOff(1, key) };
+    }
+
+    // The first sample of a channel whose magnitude exceeds a threshold, or -1.
+    static int firstSoundAt(const juce::AudioBuffer<float>& buffer, int channel, float threshold = 1.0e-6f)
+    {
+        for (int i = 0; i < buffer.getNumSamples(); ++i)
+            if (std::abs(buffer.getSample(channel, i)) > threshold)
+                return i;
+        return -1;
+    }
+
+    double rate;
+    int block;
+    int position = 0;
+    PlayHead playHead;
+    std::unique_ptr<Quindrel> plugin;
+    std::vector<Event> output;
+};
