@@ -6,7 +6,10 @@ find_package(GTest REQUIRED)
 include(GoogleTest)
 enable_testing()
 
-add_executable(quindrel_tests "${CMAKE_SOURCE_DIR}/tests/TestMain.cpp")
+add_executable(quindrel_tests
+    "${CMAKE_SOURCE_DIR}/tests/TestMain.cpp"
+    # one counting operator new for the whole binary
+    "${CMAKE_SOURCE_DIR}/tests/support/AllocationCounter.cpp")
 quindrel_warnings(quindrel_tests)
 quindrel_use_shared_code(quindrel_tests)
 target_link_libraries(quindrel_tests PRIVATE GTest::gtest GTest::gmock)

@@ -121,6 +121,8 @@ public:
     const juce::File& getPluginDirectory() const { return pluginDirectory; }
     const juce::File& getSettingsFile() const { return settingsFile; }
 
+    using juce::AudioProcessor::addListener;
+    using juce::AudioProcessor::removeListener;
     void addListener(Listener* listener) { listeners.add(listener); }
     void removeListener(Listener* listener) { listeners.remove(listener); }
 

@@ -1,13 +1,299 @@
 #include "PluginTestHost.h"
+#include "support/AllocationCounter.h"
+
+#include "parameters/ParameterIds.h"
 
 #include <gtest/gtest.h>
 
-TEST(PluginBlockProcessing, NoteSoundsAtItsSampleWithTheInternalSequencerOff)
+namespace
+{
+// A sequencer that plays the cymbal on every step and counts what it is asked,
+// so that the clocks and the block loop can be watched without patterns.
+class CountingSeq : public DrumMachineSeq
+{
+public:
+    using DrumMachineSeq::DrumMachineSeq;
+
+    void startNative() override { ++starts; }
+    void stopNative() override { ++stops; }
+    bool advanceNative() override
+    {
+        ++advances;
+        return false;
+    }
+    void playNativeStep(bool late) override
+    {
+        if (late)
+            ++lateCalls;
+        else
+            plugin->triggerInstrument(14, 1.0f);
+    }
+
+    int starts = 0, stops = 0, advances = 0, lateCalls = 0;
+};
+
+class QuindrelWithCountingSeq : public Quindrel
+{
+public:
+    using Quindrel::Quindrel;
+    std::unique_ptr<DrumMachineSeq> createSequencer() override { return std::make_unique<CountingSeq>(this, getCore()); }
+    CountingSeq& seq() { return *static_cast<CountingSeq*>(getSequencer()); }
+};
+
+float peak(const juce::AudioBuffer<float>& buffer, int channel, int start = 0, int length = -1)
+{
+    if (length < 0)
+        length = buffer.getNumSamples() - start;
+    return buffer.getMagnitude(channel, start, length);
+}
+} // namespace
+
+TEST(PluginBlockProcessing, MidiNotesSoundAtTheirSampleWhateverTheBlockSize)
+{
+    const std::vector<PluginTestHost::Event> events = {
+        PluginTestHost::noteOn(0, 36), PluginTestHost::noteOn(333, 38), PluginTestHost::noteOn(511, 75),
+        PluginTestHost::noteOn(512, 37), PluginTestHost::noteOn(4097, 36, 127),
+    };
+
+    PluginTestHost reference(48000.0, 4096);
+    reference.plugin->setInternalSequencer(false);
+    const auto expected = reference.render(12000, events);
+    EXPECT_EQ(PluginTestHost::firstSoundAt(expected, 0), 0);
+
+    for (const int blockSize : { 1, 7, 64, 333, 512 })
+    {
+        PluginTestHost host(48000.0, blockSize);
+        host.plugin->setInternalSequencer(false);
+        const auto out = host.render(12000, events);
+
+        for (int c = 0; c < 2; ++c)
+            for (int i = 0; i < out.getNumSamples(); ++i)
+                ASSERT_EQ(out.getSample(c, i), expected.getSample(c, i)) << "block " << blockSize << " channel " << c << " sample " << i;
+    }
+}
+
+TEST(PluginBlockProcessing, TwoNotesAtOneSampleBothStartThere)
 {
     PluginTestHost host;
     host.plugin->setInternalSequencer(false);
+    host.plugin->getParameterManager().setInt(ParameterIds::outputNumber + 1, 2); // snare to output 2
 
-    const auto out = host.render(4096, { PluginTestHost::noteOn(700, 36) });
-    EXPECT_EQ(PluginTestHost::firstSoundAt(out, 0), 700);
-    EXPECT_EQ(PluginTestHost::firstSoundAt(out, 1), 700);
+    const auto out = host.render(2048, { PluginTestHost::noteOn(900, 36), PluginTestHost::noteOn(900, 38) });
+    EXPECT_EQ(PluginTestHost::firstSoundAt(out, 0), 900);
+    EXPECT_EQ(PluginTestHost::firstSoundAt(out, 2), 900);
+    EXPECT_EQ(PluginTestHost::firstSoundAt(out, 3), 900);
+}
+
+TEST(PluginBlockProcessing, AnEventStampedPastTheBlockArrivesLaterAtItsPlace)
+{
+    PluginTestHost host(48000.0, 256);
+    host.plugin->setInternalSequencer(false);
+    auto& plugin = *host.plugin;
+    const int channels = plugin.getTotalNumOutputChannels();
+
+    juce::AudioBuffer<float> buffer(channels, 256);
+    juce::MidiBuffer midi;
+    midi.addEvent(juce::MidiMessage::noteOn(1, 36, (juce::uint8) 100), 256 + 100); // one block and 100 samples ahead
+    midi.addEvent(juce::MidiMessage::noteOn(1, 38, (juce::uint8) 100), -5);         // before the block: dropped
+
+    plugin.processBlock(buffer, midi);
+    EXPECT_EQ(buffer.getMagnitude(0, 0, 256), 0.0f);
+
+    midi.clear();
+    plugin.processBlock(buffer, midi);
+    EXPECT_EQ(PluginTestHost::firstSoundAt(buffer, 0), 100);
+
+    // An empty block keeps what is queued.
+    midi.addEvent(juce::MidiMessage::noteOn(1, 75, (juce::uint8) 100), 10);
+    juce::AudioBuffer<float> empty(channels, 0);
+    plugin.processBlock(empty, midi);
+    midi.clear();
+    plugin.processBlock(buffer, midi);
+    EXPECT_GT(buffer.getMagnitude(0, 10, 50), buffer.getMagnitude(0, 0, 10));
+}
+
+TEST(PluginBlockProcessing, MuteAndSoloGateTriggersNotTails)
+{
+    PluginTestHost host;
+    host.plugin->setInternalSequencer(false);
+    auto& params = host.plugin->getParameterManager();
+    params.setInt(ParameterIds::outputNumber + 1, 2); // snare on output 2
+
+    params.setBool(ParameterIds::mute + 0, true);
+    auto out = host.render(4800, { PluginTestHost::noteOn(0, 36), PluginTestHost::noteOn(0, 38) });
+    EXPECT_EQ(peak(out, 0), 0.0f) << "muted bass drum sounded";
+    EXPECT_GT(peak(out, 2), 0.01f);
+
+    // A solo overrides every mute, the soloed instrument's own included.
+    params.setBool(ParameterIds::solo + 0, true);
+    out = host.render(4800, { PluginTestHost::noteOn(0, 36), PluginTestHost::noteOn(0, 38) });
+    EXPECT_GT(peak(out, 0), 0.01f);
+    EXPECT_EQ(peak(out, 2, 2400), 0.0f) << "unsoloed snare was triggered";
+
+    // Clearing the solo brings the mute back.
+    params.setBool(ParameterIds::solo + 0, false);
+    host.render(48000 * 3); // let the tails end
+    out = host.render(4800, { PluginTestHost::noteOn(0, 36), PluginTestHost::noteOn(0, 38) });
+    EXPECT_EQ(peak(out, 0), 0.0f);
+    EXPECT_GT(peak(out, 2), 0.01f);
+
+    // Muting while a note rings leaves the tail alone.
+    params.setBool(ParameterIds::mute + 1, false);
+    host.render(10, { PluginTestHost::noteOn(0, 38) });
+    params.setBool(ParameterIds::mute + 1, true);
+    out = host.render(480);
+    EXPECT_GT(peak(out, 2), 0.01f);
+}
+
+TEST(PluginBlockProcessing, ClocksStepTheSequencerAndSendTheMappedNotes)
+{
+    PluginTestHost host(48000.0, 512, {}, PluginTestHost::factoryFor<QuindrelWithCountingSeq>());
+    auto& plugin = static_cast<QuindrelWithCountingSeq&>(*host.plugin);
+    host.playHead.present = false; // no transport: the Start event runs the native sequence
+
+    plugin.runRequest = 1;
+    host.render(24000);
+    ASSERT_EQ(plugin.seq().starts, 1);
+    EXPECT_TRUE(plugin.getParameterManager().getBool(ParameterIds::playState));
+
+    // 120 bpm, 4 steps a beat at 48 kHz: a step each 6000 samples, the first
+    // played without advancing, each followed by its late call.
+    EXPECT_EQ(plugin.seq().advances, 3);
+    EXPECT_EQ(plugin.seq().lateCalls, 4);
+
+    // The cymbal is on four keys in the factory map: four note-ons a step, and
+    // the note-offs of the previous hit first.
+    const auto ons = host.noteOnsOut();
+    ASSERT_EQ(ons.size(), 16u);
+    const int keys[] = { 49, 51, 52, 59 };
+    for (size_t i = 0; i < ons.size(); ++i)
+    {
+        EXPECT_EQ(ons[i].sample, (int) (i / 4) * 6000);
+        EXPECT_EQ(ons[i].message.getNoteNumber(), keys[i % 4]);
+        EXPECT_EQ(ons[i].message.getVelocity(), 127);
+        EXPECT_EQ(ons[i].message.getChannel(), 1);
+    }
+    int offsAt6000 = 0;
+    for (const auto& e : host.output)
+        if (e.message.isNoteOff() && e.sample == 6000)
+            ++offsAt6000;
+    EXPECT_EQ(offsAt6000, 4);
+
+    // A second Start is dropped; Stop ends the run.
+    plugin.runRequest = 1;
+    host.render(512);
+    EXPECT_EQ(plugin.seq().starts, 1);
+    plugin.runRequest = 2;
+    host.render(512);
+    EXPECT_EQ(plugin.seq().stops, 1);
+    EXPECT_FALSE(plugin.getParameterManager().getBool(ParameterIds::playState));
+}
+
+TEST(PluginBlockProcessing, TransportStartsAndStopsTheNativeSequenceAndBlocksStartRequests)
+{
+    PluginTestHost host(48000.0, 512, {}, PluginTestHost::factoryFor<QuindrelWithCountingSeq>());
+    auto& plugin = static_cast<QuindrelWithCountingSeq&>(*host.plugin);
+
+    host.playHead.playing = true;
+    host.render(1024);
+    EXPECT_EQ(plugin.seq().starts, 1);
+    EXPECT_TRUE(plugin.nativeClock.running);
+
+    plugin.runRequest = 2; // dropped while the host plays
+    host.render(512);
+    EXPECT_TRUE(plugin.nativeClock.running);
+    EXPECT_EQ(plugin.runRequest.load(), 0);
+
+    host.playHead.playing = false;
+    host.render(512);
+    EXPECT_FALSE(plugin.nativeClock.running);
+    EXPECT_GE(plugin.seq().stops, 1);
+}
+
+TEST(PluginBlockProcessing, AllNotesOffStopsTheSequencesButNotTheSound)
+{
+    PluginTestHost host(48000.0, 512, {}, PluginTestHost::factoryFor<QuindrelWithCountingSeq>());
+    auto& plugin = static_cast<QuindrelWithCountingSeq&>(*host.plugin);
+    host.playHead.present = false;
+    plugin.runRequest = 1;
+    host.render(1024);
+    ASSERT_TRUE(plugin.nativeClock.running);
+
+    const auto out = host.render(1024, { { host.position + 10, juce::MidiMessage::allNotesOff(1) } });
+    EXPECT_FALSE(plugin.nativeClock.running);
+    EXPECT_FALSE(plugin.hostClock.running);
+    EXPECT_GT(peak(out, 0, 500), 0.001f) << "the cymbal's tail was cut";
+}
+
+TEST(PluginBlockProcessing, HostPatternKeysRunTheHostClockAndNoteOffModeStopsIt)
+{
+    PluginTestHost host;
+    auto& plugin = *host.plugin;
+
+    host.render(512, { PluginTestHost::noteOn(10, 12) });
+    EXPECT_TRUE(plugin.hostClock.running);
+
+    plugin.noteOffMode = true;
+    host.render(512, { PluginTestHost::noteOn(host.position + 5, 12), PluginTestHost::noteOff(host.position + 50, 12) });
+    EXPECT_TRUE(plugin.hostClock.running) << "one of two held keys was released";
+    host.render(512, { PluginTestHost::noteOff(host.position + 5, 12) });
+    EXPECT_FALSE(plugin.hostClock.running);
+}
+
+TEST(PluginBlockProcessing, OutputIsFiniteAtEveryRate)
+{
+    for (const double rate : { 44100.0, 48000.0, 88200.0, 96000.0, 192000.0 })
+    {
+        PluginTestHost host(rate, 480);
+        host.plugin->setInternalSequencer(false);
+        std::vector<PluginTestHost::Event> events;
+        for (int i = 0; i < 16; ++i)
+            for (const int key : { 35, 36, 37, 38, 39, 40, 42, 46, 49, 56, 60, 75 })
+                events.push_back(PluginTestHost::noteOn(i * (int) (rate / 8) + key, key, 40 + i * 5));
+
+        const auto out = host.render((int) rate * 2, events);
+        for (int c = 0; c < out.getNumChannels(); ++c)
+        {
+            const auto* data = out.getReadPointer(c);
+            for (int i = 0; i < out.getNumSamples(); ++i)
+            {
+                ASSERT_TRUE(std::isfinite(data[i])) << rate;
+                ASSERT_TRUE(data[i] == 0.0f || std::fpclassify(data[i]) == FP_NORMAL) << "subnormal at " << rate;
+            }
+        }
+        EXPECT_GT(peak(out, 0), 0.01f) << rate;
+    }
+}
+
+TEST(PluginBlockProcessing, ProcessBlockAllocatesNothing)
+{
+    PluginTestHost host(48000.0, 256, {}, PluginTestHost::factoryFor<QuindrelWithCountingSeq>());
+    auto& plugin = static_cast<QuindrelWithCountingSeq&>(*host.plugin);
+    host.playHead.present = false;
+    plugin.runRequest = 1;
+
+    std::vector<PluginTestHost::Event> events;
+    for (int i = 0; i < 40; ++i)
+        events.push_back(PluginTestHost::noteOn(i * 300 + 7, 12 + i % 20));
+    events.push_back({ 3000, juce::MidiMessage::controllerEvent(1, 7, 64) });
+
+    // Warm-up: buffers and JUCE's message queue reach their working size.
+    host.render(24000, events);
+
+    const int channels = plugin.getTotalNumOutputChannels();
+    juce::AudioBuffer<float> buffer(channels, 256);
+    juce::MidiBuffer midi;
+    midi.ensureSize(4096);
+
+    long allocations = 0;
+    for (int blockIndex = 0; blockIndex < 200; ++blockIndex)
+    {
+        midi.clear();
+        midi.addEvent(juce::MidiMessage::noteOn(1, 12 + blockIndex % 30, (juce::uint8) 90), blockIndex % 256);
+        midi.addEvent(juce::MidiMessage::noteOff(1, 12 + blockIndex % 30), (blockIndex * 7) % 256);
+        ScopedAllocationCounter counter;
+        plugin.processBlock(buffer, midi);
+        allocations += counter.count();
+    }
+    EXPECT_EQ(allocations, 0);
 }

@@ -4,6 +4,7 @@
 
 #include <juce_audio_processors/juce_audio_processors.h>
 
+#include <functional>
 #include <vector>
 
 // Drives a Quindrel instance as a host does: prepare, a play head, blocks of a
@@ -39,13 +40,23 @@ public:
         juce::int64 timeInSamples = 0;
     };
 
-    explicit PluginTestHost(double sampleRate = 48000.0, int blockSize = 512, const juce::File& settingsFile = {})
+    // Makes and initialises the instance under test; a test may supply a
+    // subclass of Quindrel.
+    using Factory = std::function<std::unique_ptr<Quindrel>(const PluginPaths&)>;
+
+    static std::unique_ptr<Quindrel> makeQuindrel(const PluginPaths& paths)
+    {
+        return Quindrel::createInstance(paths);
+    }
+
+    explicit PluginTestHost(double sampleRate = 48000.0, int blockSize = 512, const juce::File& settingsFile = {},
+                            Factory factory = makeQuindrel)
         : rate(sampleRate)
         , block(blockSize)
     {
         PluginPaths paths;
         paths.settingsFile = settingsFile;
-        plugin = Quindrel::createInstance(paths);
+        plugin = factory(paths);
         plugin->setPlayHead(&playHead);
         plugin->setRateAndBufferSizeDetails(sampleRate, blockSize);
         plugin->prepareToPlay(sampleRate, blockSize);
@@ -106,6 +117,36 @@ public:
             if (std::abs(buffer.getSample(channel, i)) > threshold)
                 return i;
         return -1;
+    }
+
+    // Starts an instance built from a subclass the way createInstance does.
+    template <typename PluginClass>
+    static Factory factoryFor()
+    {
+        return [](const PluginPaths& paths) -> std::unique_ptr<Quindrel> {
+            auto plugin = std::make_unique<PluginClass>(paths);
+            plugin->initialise();
+            plugin->getParameterManager().sendAllChanges();
+            return plugin;
+        };
+    }
+
+    // A user settings file asking for mono outputs.
+    static juce::File writeMonoSettings(const juce::File& file)
+    {
+        file.replaceWithText("<?xml version=\"1.0\" encoding=\"UTF-8\"?>\n"
+                             "<UserSettings application=\"Quindrel\"><AudioOutputSettings>"
+                             "<OutCharacteristics type=\"mono\"/></AudioOutputSettings></UserSettings>\n");
+        return file;
+    }
+
+    std::vector<Event> noteOnsOut() const
+    {
+        std::vector<Event> result;
+        for (const auto& e : output)
+            if (e.message.isNoteOn())
+                result.push_back(e);
+        return result;
     }
 
     double rate;
