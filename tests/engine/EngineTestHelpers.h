@@ -18,23 +18,6 @@ constexpr float knownRates[] = {44100.0f, 48000.0f, 88200.0f, 96000.0f, 192000.0
 
 using Frame = std::array<double, DrumMachineCore::numInstruments>;
 
-// An engine at the given rate with every knob and level at 0.5, full main
-// volume, and enough frames rendered for the smoothed values to settle.
-inline std::unique_ptr<QuindrelCore> makeEngine(float sampleRate = 44100.0f, float level = 0.5f)
-{
-    auto core = std::make_unique<QuindrelCore>();
-    core->setSampleRate(sampleRate);
-    for (int id = 0; id < 58; ++id)
-        core->setParameter(id, id < DrumMachineCore::numInstruments ? level : 0.5f);
-    core->setParameter(58, 1.0f);
-
-    Frame frame{};
-    const int settle = (int)(sampleRate * 0.5f);
-    for (int i = 0; i < settle; ++i)
-        core->renderFrame(frame.data());
-    return core;
-}
-
 // Renders frames and keeps the output of one voice.
 inline std::vector<double> renderVoice(DrumMachineCore& core, int voice, int frames)
 {
@@ -48,15 +31,40 @@ inline std::vector<double> renderVoice(DrumMachineCore& core, int voice, int fra
     return out;
 }
 
+// An engine with every knob at 0.5, the levels as given and full main volume,
+// rendered until the smoothed values have settled.
+inline std::unique_ptr<QuindrelCore> makeEngine(float sampleRate = 44100.0f, float level = 0.5f)
+{
+    auto core = std::make_unique<QuindrelCore>();
+    core->setSampleRate(sampleRate);
+    for (int id = 0; id < 58; ++id)
+        core->setParameter(id, id < DrumMachineCore::numInstruments ? level : 0.5f);
+    core->setParameter(58, 1.0f);
+    renderVoice(*core, 0, (int)(sampleRate * 0.5f));
+    return core;
+}
+
+// Triggers a lone voice and renders it until the voice has ended.
+template <typename Voice>
+std::vector<double> renderUntilSilent(Voice& voice, float velocity)
+{
+    voice.trigger(velocity);
+    std::vector<double> out;
+    while (voice.isActive() && out.size() < 10000000)
+        out.push_back(voice.renderSample());
+    return out;
+}
+
+// Largest magnitude; infinite if anything is not finite.
 inline double peakOf(const std::vector<double>& signal)
 {
     double peak = 0.0;
     for (double y : signal)
-        peak = std::fmax(peak, std::fabs(y));
+        peak = std::isfinite(y) ? std::fmax(peak, std::fabs(y)) : INFINITY;
     return peak;
 }
 
-// Frequency from rising zero crossings between two sample positions.
+// Frequency from the rising zero crossings between two sample positions.
 inline double zeroCrossingFrequency(const std::vector<double>& signal, size_t from, size_t to, double sampleRate)
 {
     size_t first = 0, last = 0, count = 0;
@@ -64,10 +72,8 @@ inline double zeroCrossingFrequency(const std::vector<double>& signal, size_t fr
     {
         if (signal[i - 1] <= 0.0 && signal[i] > 0.0)
         {
-            if (count == 0)
-                first = i;
+            first = count++ == 0 ? i : first;
             last = i;
-            ++count;
         }
     }
     return count < 2 ? 0.0 : (double)(count - 1) * sampleRate / (double)(last - first);
