@@ -22,23 +22,38 @@ void QuindrelBassDrum::setSweep(double x)
     updateSweep();
 }
 
-void QuindrelBassDrum::updateTone()
+double QuindrelBassDrum::toneCutoffForKnob(double x)
 {
     // 200, 700 and 2200 Hz at 0, 0.5 and 1
-    toneCutoff = toneKnob * toneKnob * 2000.0 + 200.0;
+    return x * x * 2000.0 + 200.0;
+}
+
+double QuindrelBassDrum::dampingForKnob(double x)
+{
+    // 0.3, 0.033 and 0.01 at 0, 0.5 and 1
+    return std::exp(-4.903508884975746 * x) * 0.2921680327867917 + 0.007831967213314962;
+}
+
+double QuindrelBassDrum::sweepRateForKnob(double x)
+{
+    // 5, 1 and 0.05 at 0, 0.5 and 1
+    return std::exp(11.553458178450429 / (x - 2.160964047443686)) * 1049.296197933348;
+}
+
+void QuindrelBassDrum::updateTone()
+{
+    toneCutoff = toneCutoffForKnob(toneKnob);
     toneCoefficient = std::exp(-quindrel::twoPi * toneCutoff / sampleRateInfo.sampleRate);
 }
 
 void QuindrelBassDrum::updateDecay()
 {
-    // 0.3, 0.033 and 0.01 at 0, 0.5 and 1
-    damping = std::exp(-4.903508884975746 * decayKnob) * 0.2921680327867917 + 0.007831967213314962;
+    damping = dampingForKnob(decayKnob);
 }
 
 void QuindrelBassDrum::updateSweep()
 {
-    // 5, 1 and 0.05 at 0, 0.5 and 1
-    sweepRate = std::exp(11.553458178450429 / (sweepKnob - 2.160964047443686)) * 1049.296197933348;
+    sweepRate = sweepRateForKnob(sweepKnob);
 }
 
 void QuindrelBassDrum::setSampleRate(float sampleRate)

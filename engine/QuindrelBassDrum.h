@@ -21,6 +21,11 @@ public:
     void setDecay(double x);
     void setSweep(double x);
 
+    // Knob curves, x in 0 to 1.
+    static double toneCutoffForKnob(double x); // Hz
+    static double dampingForKnob(double x);    // q of the resonator
+    static double sweepRateForKnob(double x);  // Hz, before the velocity
+
     // The pitch envelope: rises for about 4.3 ms, then falls along a cubic to 0.
     double getEnvelope() const noexcept { return envelope; }
 

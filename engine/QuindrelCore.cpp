@@ -126,7 +126,7 @@ void QuindrelCore::setParameter(int index, float value)
             break;
         case 57:
         {
-            // Histories are left alone: the filters glide to the new tuning.
+            // Only the coefficients change; the histories are kept.
             const double u = x + 0.5;
             const double sr = sampleRateInfo.sampleRate;
             setMetalBandPasses(7117.0 * u * quindrel::twoPi / sr, 3553.0 * u * quindrel::twoPi / sr);
@@ -144,8 +144,8 @@ void QuindrelCore::trigger(int instrument, float velocity)
 {
     DrumMachineCore::trigger(instrument, velocity);
 
-    // Here the closed hi hat (16) is to choke the open one, once the open hi
-    // hat makes sound: nothing else chokes anything.
+    // The closed hi hat (16) is to choke the open one here, by setting its
+    // chokeValue to 8, once the open hi hat has a voice. Nothing else chokes.
 
     if (instrument >= 0 && instrument < numInstruments)
         instruments[(size_t)instrument]->trigger(velocity);

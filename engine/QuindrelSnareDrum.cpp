@@ -20,17 +20,33 @@ void QuindrelSnareDrum::setSnappy(double x)
     snappy = x;
 }
 
+double QuindrelSnareDrum::bodyGainForKnob(double x)
+{
+    // 0, 0.15 and 1 at 0, 0.5 and 1
+    return std::exp(3.4692021107718554 * x) * 0.03214285714290635 - 0.03214285714214475;
+}
+
+double QuindrelSnareDrum::toneGainForKnob(double x)
+{
+    // 1, 0.5 and 0.15 at 0, 0.5 and 1
+    return std::exp(-0.7133498879091811 * x) * 1.6666666666188559 - 0.6666666666160388;
+}
+
+double QuindrelSnareDrum::decayRateForKnob(double x)
+{
+    // 5, 1 and 0.2 at 0, 0.5 and 1
+    return std::exp(3.6008475114694884 - 3.218875824868201 * x) * 0.13650287544670278;
+}
+
 void QuindrelSnareDrum::updateTone()
 {
-    // The body share: 0, 0.15 and 1 at 0, 0.5 and 1; the drum sum: 1, 0.5 and 0.15.
-    bodyGainTarget = std::exp(3.4692021107718554 * toneKnob) * 0.03214285714290635 - 0.03214285714214475;
-    toneGainTarget = std::exp(-0.7133498879091811 * toneKnob) * 1.6666666666188559 - 0.6666666666160388;
+    bodyGainTarget = bodyGainForKnob(toneKnob);
+    toneGainTarget = toneGainForKnob(toneKnob);
 }
 
 void QuindrelSnareDrum::updateDecay()
 {
-    // 5, 1 and 0.2 at 0, 0.5 and 1
-    decayRate = std::exp(3.6008475114694884 - 3.218875824868201 * decayKnob) * 0.13650287544670278;
+    decayRate = decayRateForKnob(decayKnob);
 }
 
 void QuindrelSnareDrum::setSampleRate(float sampleRate)

@@ -20,6 +20,11 @@ public:
     void setDecay(double x);
     void setSnappy(double x);
 
+    // Knob curves, x in 0 to 1.
+    static double bodyGainForKnob(double x); // share of the second resonator
+    static double toneGainForKnob(double x); // gain of the drum sum
+    static double decayRateForKnob(double x);
+
 private:
     void updateTone();
     void updateDecay();

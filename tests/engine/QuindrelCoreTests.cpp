@@ -1,0 +1,135 @@
+#include "EngineTestHelpers.h"
+#include "engine/QuindrelCore.h"
+
+#include <gtest/gtest.h>
+
+#include <cmath>
+#include <vector>
+
+using enginetest::Frame;
+using enginetest::makeEngine;
+constexpr int voices = DrumMachineCore::numInstruments;
+
+namespace
+{
+// All seventeen outputs of a groove that fires the sounding voices in turn.
+std::vector<Frame> renderGroove(QuindrelCore& core, int frames)
+{
+    std::vector<Frame> out((size_t)frames);
+    for (int i = 0; i < frames; ++i)
+    {
+        if (i % 4000 == 0)
+            core.trigger(enginetest::soundingVoices[(i / 4000) % 4], 0.3779527559055118f + 0.377f);
+        core.renderFrame(out[(size_t)i].data());
+    }
+    return out;
+}
+
+// Largest difference of each voice between two renders.
+Frame largestDifference(const std::vector<Frame>& a, const std::vector<Frame>& b)
+{
+    Frame difference{};
+    for (size_t i = 0; i < a.size(); ++i)
+        for (size_t v = 0; v < difference.size(); ++v)
+            difference[v] = std::fmax(difference[v], std::fabs(a[i][v] - b[i][v]));
+    return difference;
+}
+} // namespace
+
+TEST(EngineCore, ExactSilenceBeforeAnyTrigger)
+{
+    QuindrelCore core;
+    for (int id = 0; id <= 58; ++id)
+        core.setParameter(id, 1.0f);
+    for (int i = 0; i < 20000; ++i)
+    {
+        Frame frame;
+        core.renderFrame(frame.data());
+        ASSERT_EQ(frame, Frame{}) << "at frame " << i;
+    }
+}
+
+TEST(EngineCore, SameCallsGiveIdenticalOutputAndForeignCallsChangeNothing)
+{
+    auto a = makeEngine(48000.0f);
+    auto b = makeEngine(48000.0f);
+    // Not the engine's: the accent level, mute, solo and state parameters,
+    // the accent track and indices out of range.
+    for (int id : {17, 59, 75, 110, 3000, -1})
+        b->setParameter(id, 0.9f);
+    for (int track : {DrumMachineCore::accentTrack, 18, -1})
+        b->trigger(track, 1.0f);
+    EXPECT_EQ(renderGroove(*a, 40000), renderGroove(*b, 40000));
+}
+
+TEST(EngineCore, EveryRateRendersFiniteSoundWithItsIndex)
+{
+    const std::pair<float, int> cases[] = {{44100.0f, 0}, {48000.0f, 1}, {88200.0f, 2}, {96000.0f, 3}, {192000.0f, 4}, {22050.0f, 4}, {32000.0f, 4}};
+
+    QuindrelCore core;
+    core.setParameter(58, 1.0f);
+    for (const auto& [rate, index] : cases)
+    {
+        core.setSampleRate(rate);
+        EXPECT_EQ(core.getSampleRateInfo().rateIndex, index) << rate;
+        EXPECT_EQ(core.getInstrument(voices - 1).getSampleRateInfo().sampleRate, (double)rate);
+
+        const auto out = renderGroove(core, (int)rate);
+        for (int v = 0; v < voices; ++v)
+        {
+            std::vector<double> voice;
+            for (const auto& frame : out)
+                voice.push_back(frame[(size_t)v]);
+            const double peak = enginetest::peakOf(voice);
+            const bool sounding = v == 0 || v == 1 || v == 8 || v == 9;
+            EXPECT_TRUE(sounding ? peak > 0.05 && std::isfinite(peak) : peak == 0.0) << "voice " << v << " at " << rate << ": " << peak;
+        }
+    }
+}
+
+// Each level row reaches its own voice only, and the law is square: level 0.5
+// gives a quarter of the sound of level 1. Each knob row changes its own voice only.
+TEST(EngineCore, LevelAndKnobRowsReachTheirVoice)
+{
+    for (int voice : enginetest::soundingVoices)
+    {
+        auto full = makeEngine(44100.0f, 1.0f);
+        auto half = makeEngine(44100.0f, 1.0f);
+        half->setParameter(voice, 0.5f);
+        const auto a = renderGroove(*full, 20000);
+        const auto b = renderGroove(*half, 20000);
+        for (size_t i = 10000; i < a.size(); ++i) // the level has settled
+            ASSERT_NEAR(b[i][(size_t)voice], 0.25 * a[i][(size_t)voice], 1e-6) << "voice " << voice << ", frame " << i;
+        const auto difference = largestDifference(a, b);
+        for (int v = 0; v < voices; ++v)
+            EXPECT_TRUE(v == voice || difference[(size_t)v] == 0.0) << "level " << voice << " changed voice " << v;
+    }
+
+    const std::pair<int, int> knobs[] = {{18, 0}, {19, 0}, {20, 0}, {21, 1}, {22, 1}, {23, 1}, {39, 8}, {40, 8}, {41, 9}, {42, 9}};
+    for (const auto& [id, voice] : knobs)
+    {
+        auto low = makeEngine();
+        auto high = makeEngine();
+        low->setParameter(id, 0.1f);
+        high->setParameter(id, 0.9f);
+        const auto difference = largestDifference(renderGroove(*low, 20000), renderGroove(*high, 20000));
+        for (int v = 0; v < voices; ++v)
+            EXPECT_EQ(difference[(size_t)v] > 1e-3, v == voice) << "parameter " << id << ", voice " << v;
+    }
+}
+
+TEST(EngineCore, MainVolumeZeroSilencesWhileVoicesRunOn)
+{
+    auto core = makeEngine();
+    core->setParameter(58, 0.0f);
+    enginetest::renderVoice(*core, 0, 20000);
+
+    for (int voice : enginetest::soundingVoices)
+        core->trigger(voice, 1.0f);
+    for (int voice : enginetest::soundingVoices)
+        EXPECT_LT(enginetest::peakOf(enginetest::renderVoice(*core, voice, 1000)), 1e-12) << voice;
+    EXPECT_TRUE(core->getInstrument(enginetest::bassDrum).isActive());
+
+    enginetest::renderVoice(*core, 0, 441000);
+    EXPECT_FALSE(core->getInstrument(enginetest::bassDrum).isActive()) << "the voice should end on its own";
+}
