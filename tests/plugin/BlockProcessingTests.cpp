@@ -14,6 +14,8 @@ class CountingSeq : public DrumMachineSeq
 public:
     using DrumMachineSeq::DrumMachineSeq;
 
+    int instrument = 14;
+
     void startNative() override { ++starts; }
     void stopNative() override { ++stops; }
     bool advanceNative() override
@@ -26,7 +28,7 @@ public:
         if (late)
             ++lateCalls;
         else
-            plugin->triggerInstrument(14, 1.0f);
+            plugin->triggerInstrument(instrument, 1.0f);
     }
 
     int starts = 0, stops = 0, advances = 0, lateCalls = 0;
@@ -125,10 +127,11 @@ TEST(PluginBlockProcessing, MuteAndSoloGateTriggersNotTails)
     EXPECT_GT(peak(out, 2), 0.01f);
 
     // A solo overrides every mute, the soloed instrument's own included.
+    host.render(48000 * 3); // let the tails end
     params.setBool(ParameterIds::solo + 0, true);
     out = host.render(4800, { PluginTestHost::noteOn(0, 36), PluginTestHost::noteOn(0, 38) });
     EXPECT_GT(peak(out, 0), 0.01f);
-    EXPECT_EQ(peak(out, 2, 2400), 0.0f) << "unsoloed snare was triggered";
+    EXPECT_EQ(peak(out, 2), 0.0f) << "unsoloed snare was triggered";
 
     // Clearing the solo brings the mute back.
     params.setBool(ParameterIds::solo + 0, false);
@@ -168,16 +171,18 @@ TEST(PluginBlockProcessing, ClocksStepTheSequencerAndSendTheMappedNotes)
     const int keys[] = { 49, 51, 52, 59 };
     for (size_t i = 0; i < ons.size(); ++i)
     {
-        EXPECT_EQ(ons[i].sample, (int) (i / 4) * 6000);
+        // The clock counts in beats: a step may land one sample late by rounding.
+        EXPECT_NEAR(ons[i].sample, (int) (i / 4) * 6000, 1);
+        EXPECT_EQ(ons[i].sample, ons[i - i % 4].sample);
         EXPECT_EQ(ons[i].message.getNoteNumber(), keys[i % 4]);
         EXPECT_EQ(ons[i].message.getVelocity(), 127);
         EXPECT_EQ(ons[i].message.getChannel(), 1);
     }
-    int offsAt6000 = 0;
+    int offsAtSecondStep = 0;
     for (const auto& e : host.output)
-        if (e.message.isNoteOff() && e.sample == 6000)
-            ++offsAt6000;
-    EXPECT_EQ(offsAt6000, 4);
+        if (e.message.isNoteOff() && e.sample == ons[4].sample)
+            ++offsAtSecondStep;
+    EXPECT_EQ(offsAtSecondStep, 4);
 
     // A second Start is dropped; Stop ends the run.
     plugin.runRequest = 1;
@@ -214,15 +219,16 @@ TEST(PluginBlockProcessing, AllNotesOffStopsTheSequencesButNotTheSound)
 {
     PluginTestHost host(48000.0, 512, {}, PluginTestHost::factoryFor<QuindrelWithCountingSeq>());
     auto& plugin = static_cast<QuindrelWithCountingSeq&>(*host.plugin);
+    plugin.seq().instrument = 0;
     host.playHead.present = false;
     plugin.runRequest = 1;
     host.render(1024);
     ASSERT_TRUE(plugin.nativeClock.running);
 
-    const auto out = host.render(1024, { { host.position + 10, juce::MidiMessage::allNotesOff(1) } });
+    const auto out = host.render(1024, { { 10, juce::MidiMessage::allNotesOff(1) } });
     EXPECT_FALSE(plugin.nativeClock.running);
     EXPECT_FALSE(plugin.hostClock.running);
-    EXPECT_GT(peak(out, 0, 500), 0.001f) << "the cymbal's tail was cut";
+    EXPECT_GT(peak(out, 0, 500), 0.001f) << "the bass drum's tail was cut";
 }
 
 TEST(PluginBlockProcessing, HostPatternKeysRunTheHostClockAndNoteOffModeStopsIt)
@@ -234,9 +240,9 @@ TEST(PluginBlockProcessing, HostPatternKeysRunTheHostClockAndNoteOffModeStopsIt)
     EXPECT_TRUE(plugin.hostClock.running);
 
     plugin.noteOffMode = true;
-    host.render(512, { PluginTestHost::noteOn(host.position + 5, 12), PluginTestHost::noteOff(host.position + 50, 12) });
+    host.render(512, { PluginTestHost::noteOn(5, 12), PluginTestHost::noteOff(50, 12) });
     EXPECT_TRUE(plugin.hostClock.running) << "one of two held keys was released";
-    host.render(512, { PluginTestHost::noteOff(host.position + 5, 12) });
+    host.render(512, { PluginTestHost::noteOff(5, 12) });
     EXPECT_FALSE(plugin.hostClock.running);
 }
 

@@ -43,8 +43,8 @@ TEST(PluginHostParameters, TheHostSeesIds0To110WithNamesAndTexts)
     EXPECT_EQ(parameters[59]->getText(1.0f, 100), "On");
     EXPECT_EQ(parameters[76]->getText(0.0f, 100), "Off");
     EXPECT_TRUE(parameters[59]->isBoolean());
-    EXPECT_EQ(parameters[93]->getText(0.205f, 100), "21%");
-    EXPECT_EQ(parameters[93]->getCurrentValueAsText(), "20%");
+    EXPECT_EQ(parameters[93]->getText(0.206f, 100), "21%");
+    EXPECT_EQ(parameters[93]->getCurrentValueAsText(), juce::String("20%"));
     EXPECT_EQ(parameters[32]->getDefaultValue(), 1.0f) << "Low Tom Snappy starts at 1";
     EXPECT_NEAR(parameters[93]->getValueForText("35%"), 0.35f, 1e-6f);
 

@@ -34,6 +34,7 @@ TEST(PluginOutputs, StereoBusesCarryEachInstrumentOnBothSides)
     for (int i = 0; i < out.getNumSamples(); ++i)
         ASSERT_EQ(out.getSample(0, i), out.getSample(1, i)) << "a pair carries the instrument twice, unpanned";
 
+    host.render(48000 * 3); // let the tails end
     plugin.getParameterManager().setInt(ParameterIds::outputNumber + 8, 3); // claves to output 3
     EXPECT_EQ(plugin.getInstrumentOutput(8), 3);
     out = host.render(2000, { PluginTestHost::noteOn(0, 75) });
@@ -76,7 +77,7 @@ TEST(PluginOutputs, TriggerOutPulseGoesToItsOutputWhenEnabled)
 
     plugin.setTriggerOut(true, 0); // bass drum fires the pulse
     out = host.render(48000, { PluginTestHost::noteOn(100, 38), PluginTestHost::noteOn(20000, 36) });
-    EXPECT_EQ(out.getMagnitude(22, 0, 19000), 0.0f) << "the snare is not the source";
+    EXPECT_LT(out.getMagnitude(22, 0, 19000), 1.0e-12f) << "the snare is not the source";
     EXPECT_GT(out.getMagnitude(22, 19900, 4800), 0.05f);
     for (int i = 0; i < out.getNumSamples(); ++i)
         ASSERT_EQ(out.getSample(22, i), out.getSample(23, i));

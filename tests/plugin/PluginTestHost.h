@@ -68,8 +68,9 @@ public:
     }
 
     // Renders numSamples in blocks of the host's size, delivering events at
-    // their absolute sample positions; returns every channel, and collects
-    // the MIDI the plug-in gives back with absolute positions.
+    // their sample positions counted from the start of this call; returns
+    // every channel, and collects the MIDI the plug-in gives back with
+    // positions counted from the host's first sample.
     juce::AudioBuffer<float> render(int numSamples, const std::vector<Event>& events = {})
     {
         const int channels = plugin->getTotalNumOutputChannels();
@@ -83,8 +84,8 @@ public:
             buffer.setSize(channels, length, false, false, true);
             midi.clear();
             for (const auto& e : events)
-                if (e.sample >= start + position && e.sample < start + position + length)
-                    midi.addEvent(e.message, e.sample - start - position);
+                if (e.sample >= start && e.sample < start + length)
+                    midi.addEvent(e.message, e.sample - start);
 
             plugin->processBlock(buffer, midi);
             for (const auto metadata : midi)
