@@ -46,3 +46,35 @@ foreach(i RANGE 0 ${last} 2)
         DISCOVERY_TIMEOUT 60
         PROPERTIES LABELS ${label} TIMEOUT 600)
 endforeach()
+
+# quindrel_host_tests: loads the built VST3 and LV2 plug-ins through JUCE's own
+# plug-in hosting, as a real host would. It compiles its own copy of JUCE with
+# hosting switched on, so that the plug-in itself carries no hosting code.
+add_executable(quindrel_host_tests "${CMAKE_SOURCE_DIR}/tests/host/HostedPluginTests.cpp")
+# Warnings for our file only: the JUCE and lilv sources compiled in here are not ours.
+set_source_files_properties("${CMAKE_SOURCE_DIR}/tests/host/HostedPluginTests.cpp" PROPERTIES COMPILE_OPTIONS "-Wall;-Wextra")
+target_link_libraries(quindrel_host_tests PRIVATE
+    GTest::gtest
+    juce::juce_audio_processors
+    juce::juce_recommended_config_flags
+    juce::pkgconfig_JUCE_IMG_LINUX_DEPS)
+set(QUINDREL_ARTEFACTS "${CMAKE_BINARY_DIR}/quindrel_shared_artefacts/${CMAKE_BUILD_TYPE}")
+target_compile_definitions(quindrel_host_tests PRIVATE
+    ${QUINDREL_JUCE_DEFINITIONS}
+    JUCE_PLUGINHOST_VST3=1
+    JUCE_PLUGINHOST_LV2=1
+    QUINDREL_VST3_PATH="${QUINDREL_ARTEFACTS}/VST3/Quindrel.vst3"
+    QUINDREL_LV2_DIR="${QUINDREL_ARTEFACTS}/LV2"
+    QUINDREL_LV2_URI="${QUINDREL_LV2_URI}")
+target_compile_options(quindrel_host_tests PRIVATE -Wno-dangling-pointer)
+add_dependencies(quindrel_host_tests quindrel_shared_VST3 quindrel_shared_LV2)
+
+gtest_discover_tests(quindrel_host_tests
+    TEST_PREFIX "plugin."
+    DISCOVERY_TIMEOUT 60
+    PROPERTIES LABELS plugin TIMEOUT 600)
+
+# The LV2 bundle as lilv sees it: the plug-in, its ports and its URI.
+add_test(NAME plugin.Lv2InfoShowsThePlugin
+    COMMAND "${CMAKE_SOURCE_DIR}/scripts/check-lv2" "${QUINDREL_ARTEFACTS}/LV2/Quindrel.lv2" "${QUINDREL_LV2_URI}")
+set_tests_properties(plugin.Lv2InfoShowsThePlugin PROPERTIES LABELS plugin)

@@ -178,7 +178,8 @@ void BasePlugin::createHostParameters()
         {
             const auto* parameter = parameterManager.getParameter(index);
             const float start = parameter != nullptr ? (float) parameter->getNormalised() : 0.0f;
-            addParameter(new HostParameter(*this, index, start, isHostParameterToggle(index)));
+            const auto identifier = HostParameter::makeIdentifier(parameter != nullptr ? parameter->getName() : juce::String(), index);
+            addParameter(new HostParameter(*this, index, identifier, start, isHostParameterToggle(index)));
         }
     }
 }

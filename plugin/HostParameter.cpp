@@ -2,8 +2,9 @@
 
 #include "plugin/BasePlugin.h"
 
-HostParameter::HostParameter(BasePlugin& ownerToUse, int indexToUse, float defaultValueToUse, bool isToggle)
-    : owner(ownerToUse)
+HostParameter::HostParameter(BasePlugin& ownerToUse, int indexToUse, const juce::String& identifierToUse, float defaultValueToUse, bool isToggle)
+    : juce::AudioProcessorParameterWithID(juce::ParameterID(identifierToUse, 1), identifierToUse)
+    , owner(ownerToUse)
     , index(indexToUse)
     , defaultValue(defaultValueToUse)
     , toggle(isToggle)
@@ -47,4 +48,15 @@ float HostParameter::getValueForText(const juce::String& text) const
 bool HostParameter::isAutomatable() const
 {
     return owner.isHostParameterAutomatable(index);
+}
+
+juce::String HostParameter::makeIdentifier(const juce::String& name, int index)
+{
+    juce::String result;
+    for (auto c : name.toLowerCase())
+        result << (juce::CharacterFunctions::isLetterOrDigit(c) ? juce::String::charToString(c) : juce::String("_"));
+
+    if (result.isEmpty() || !juce::CharacterFunctions::isLetter(result[0]))
+        result = "parameter_" + juce::String(index);
+    return result;
 }

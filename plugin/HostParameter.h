@@ -9,10 +9,14 @@ class BasePlugin;
 // parameters stay the one source of truth; a change made by the host is
 // applied with its echo back to the host suppressed. Called on any thread the
 // host chooses.
-class HostParameter : public juce::AudioProcessorParameter
+class HostParameter : public juce::AudioProcessorParameterWithID
 {
 public:
-    HostParameter(BasePlugin& owner, int index, float defaultValue, bool isToggle);
+    HostParameter(BasePlugin& owner, int index, const juce::String& identifier, float defaultValue, bool isToggle);
+
+    // A stable identifier made from the parameter's name ("bass_drum_level"),
+    // which LV2 hosts use in the parameter's URI and VST3 hosts hash.
+    static juce::String makeIdentifier(const juce::String& name, int index);
 
     float getValue() const override;
     void setValue(float newValue) override;
