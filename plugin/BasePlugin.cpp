@@ -25,6 +25,7 @@ BasePlugin::BasePlugin(const BusesProperties& buses, const PluginPaths& paths)
     , pluginFile(paths.pluginFile)
     , pluginDirectory(paths.pluginFile.getParentDirectory())
     , settingsFile(paths.settingsFile)
+    , writeSettings(paths.writeSettings)
 {
     hostParameters.ensureStorageAllocated(maxHostParameters);
     for (auto& value : hostParameterValues)
@@ -134,7 +135,7 @@ void BasePlugin::readUserSettingsFile()
 
 void BasePlugin::writeUserSettingsFile()
 {
-    if (settingsFile == juce::File())
+    if (settingsFile == juce::File() || !writeSettings)
         return;
 
     if (auto xml = createUserSettings())

@@ -20,6 +20,8 @@ struct PluginPaths
 {
     juce::File pluginFile;
     juce::File settingsFile;
+    // False to read the settings file but never write it back.
+    bool writeSettings = true;
 
     // The loaded module (VST3 or LV2 binary, or the executable), and the user
     // settings file: "<name>.ini" beside it when that folder is writable,
@@ -120,6 +122,7 @@ public:
     const juce::File& getPluginFile() const { return pluginFile; }
     const juce::File& getPluginDirectory() const { return pluginDirectory; }
     const juce::File& getSettingsFile() const { return settingsFile; }
+    bool writesSettings() const { return writeSettings; }
 
     using juce::AudioProcessor::addListener;
     using juce::AudioProcessor::removeListener;
@@ -141,6 +144,7 @@ protected:
     void createHostParameters();
 
     juce::File pluginFile, pluginDirectory, settingsFile;
+    bool writeSettings = true;
     ParameterManager parameterManager;
     EventMap events;
 

@@ -2,8 +2,8 @@
 
 #include "engine/QuindrelCore.h"
 
-Quindrel::Quindrel(const PluginPaths& paths)
-    : DrumMachine(paths, outputCount, readStoredOutputType(paths.settingsFile), "QD")
+Quindrel::Quindrel(const PluginPaths& paths, std::optional<int> outputType)
+    : DrumMachine(paths, outputCount, outputType.value_or(readStoredOutputType(paths.settingsFile)), "QD")
     , oldNames(std::make_unique<OldParameterNames>())
 {
 }
@@ -15,9 +15,9 @@ Quindrel::~Quindrel()
     oldNames.reset();
 }
 
-std::unique_ptr<Quindrel> Quindrel::createInstance(const PluginPaths& paths)
+std::unique_ptr<Quindrel> Quindrel::createInstance(const PluginPaths& paths, std::optional<int> outputType)
 {
-    auto plugin = std::make_unique<Quindrel>(paths);
+    auto plugin = std::make_unique<Quindrel>(paths, outputType);
     plugin->initialise();
     plugin->getParameterManager().sendAllChanges();
     return plugin;

@@ -10,13 +10,14 @@ class Quindrel : public DrumMachine
 public:
     static constexpr int outputCount = 12;
 
-    explicit Quindrel(const PluginPaths& paths);
+    // The output type comes from the user settings unless one is given.
+    explicit Quindrel(const PluginPaths& paths, std::optional<int> outputType = std::nullopt);
     ~Quindrel() override;
 
     // Builds and starts an instance as the plug-in entry point does: construct,
     // initialise, and let every parameter notify once so that engine and
     // sequencer agree with the parameters.
-    static std::unique_ptr<Quindrel> createInstance(const PluginPaths& paths);
+    static std::unique_ptr<Quindrel> createInstance(const PluginPaths& paths, std::optional<int> outputType = std::nullopt);
 
     juce::String getPluginName() const override { return "Quindrel"; }
     juce::String getPluginShortName() const override { return "QD"; }

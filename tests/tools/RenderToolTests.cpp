@@ -1,0 +1,99 @@
+// quindrel-render as a user runs it: a separate process, its files and its exit code.
+
+#include <gtest/gtest.h>
+#include <juce_audio_formats/juce_audio_formats.h>
+
+namespace
+{
+struct Run
+{
+    int exitCode = -1;
+    juce::String output;
+};
+
+Run render(const juce::StringArray& arguments)
+{
+    juce::StringArray command { QUINDREL_RENDER_PATH };
+    command.addArray(arguments);
+
+    juce::ChildProcess process;
+    Run run;
+    if (!process.start(command))
+        return run;
+    run.output = process.readAllProcessOutput();
+    run.exitCode = (int) process.getExitCode();
+    return run;
+}
+
+juce::File groove()
+{
+    return juce::File(QUINDREL_SOURCE_DIR).getChildFile("tools/data/groove.mid");
+}
+
+std::unique_ptr<juce::AudioFormatReader> openWav(const juce::File& file)
+{
+    juce::WavAudioFormat format;
+    return std::unique_ptr<juce::AudioFormatReader>(format.createReaderFor(file.createInputStream().release(), true));
+}
+} // namespace
+
+TEST(ToolsRender, BadInputExitsWithTwoAndLeavesNoFile)
+{
+    const auto folder = juce::File::createTempFile("render-bad");
+    folder.createDirectory();
+    const auto wav = folder.getChildFile("out.wav");
+    const auto garbage = folder.getChildFile("garbage.mid");
+    garbage.replaceWithText("this is not a MIDI file");
+
+    const juce::StringArray cases[] = {
+        { "--midi", folder.getChildFile("missing.mid").getFullPathName(), "-o", wav.getFullPathName() },
+        { "--midi", garbage.getFullPathName(), "-o", wav.getFullPathName() },
+        { "--frobnicate", "-o", wav.getFullPathName() },
+        { "--rate", "fast", "-o", wav.getFullPathName() },
+        { "--block", "0", "-o", wav.getFullPathName() },
+        { "--outputs", "quad", "-o", wav.getFullPathName() },
+        { "--native-pattern", "17", "-o", wav.getFullPathName() },
+        { "--seconds" },
+        { "--midi", groove().getFullPathName() },
+    };
+
+    for (const auto& arguments : cases)
+    {
+        const auto run = render(arguments);
+        EXPECT_EQ(run.exitCode, 2) << arguments.joinIntoString(" ") << "\n" << run.output;
+        EXPECT_TRUE(run.output.contains("quindrel-render:")) << run.output;
+        EXPECT_FALSE(wav.exists()) << arguments.joinIntoString(" ");
+    }
+    folder.deleteRecursively();
+}
+
+TEST(ToolsRender, MidiGrooveThroughThePlugin)
+{
+    const auto folder = juce::File::createTempFile("render-good");
+    folder.createDirectory();
+    const auto wav = folder.getChildFile("groove.wav");
+
+    const auto run = render({ "--midi", groove().getFullPathName(), "--rate", "44100", "--block", "100", "-o", wav.getFullPathName() });
+    ASSERT_EQ(run.exitCode, 0) << run.output;
+    EXPECT_TRUE(run.output.contains("peak")) << run.output;
+    EXPECT_TRUE(run.output.contains("real time")) << run.output;
+
+    auto reader = openWav(wav);
+    ASSERT_NE(reader, nullptr);
+    EXPECT_EQ(reader->sampleRate, 44100.0);
+    EXPECT_EQ(reader->numChannels, 2u);
+    EXPECT_EQ(reader->bitsPerSample, 32u);
+    EXPECT_TRUE(reader->usesFloatingPointData);
+    EXPECT_NEAR((double) reader->lengthInSamples / 44100.0, 8.0 + 2.0, 0.1); // four bars and the tail
+
+    juce::AudioBuffer<float> audio(2, (int) reader->lengthInSamples);
+    reader->read(&audio, 0, audio.getNumSamples(), 0, true, true);
+    EXPECT_GT(audio.getMagnitude(0, 0, 4410), 0.05f) << "the first bass drum is missing";
+
+    // Every output, mono.
+    const auto all = folder.getChildFile("all.wav");
+    ASSERT_EQ(render({ "--midi", groove().getFullPathName(), "--outputs", "mono", "--all-outputs", "--seconds", "1", "-o", all.getFullPathName() }).exitCode, 0);
+    EXPECT_EQ(openWav(all)->numChannels, 12u);
+
+    folder.deleteRecursively();
+}

@@ -1,0 +1,146 @@
+#include "RenderSession.h"
+
+#include "plugin/Quindrel.h"
+
+namespace
+{
+// A host transport that plays from ppq 0 at a fixed tempo.
+class RenderPlayHead : public juce::AudioPlayHead
+{
+public:
+    RenderPlayHead(double tempoToUse, double sampleRateToUse)
+        : tempo(tempoToUse)
+        , sampleRate(sampleRateToUse)
+    {
+    }
+
+    juce::Optional<PositionInfo> getPosition() const override
+    {
+        PositionInfo info;
+        info.setIsPlaying(true);
+        info.setBpm(tempo);
+        info.setTimeInSamples(samplePosition);
+        info.setTimeInSeconds((double) samplePosition / sampleRate);
+        info.setPpqPosition((double) samplePosition / sampleRate * tempo / 60.0);
+        info.setTimeSignature(juce::AudioPlayHead::TimeSignature { 4, 4 });
+        return info;
+    }
+
+    juce::int64 samplePosition = 0;
+
+private:
+    const double tempo, sampleRate;
+};
+
+juce::int64 toSample(double seconds, double sampleRate)
+{
+    return (juce::int64) std::floor(seconds * sampleRate + 0.5);
+}
+} // namespace
+
+RenderSession::RenderSession(const RenderOptions& optionsToUse)
+    : options(optionsToUse)
+{
+    if (options.midiIn != juce::File())
+        readMidiFile();
+
+    if (options.seconds.has_value())
+        lengthSeconds = *options.seconds;
+}
+
+void RenderSession::readMidiFile()
+{
+    juce::MidiFile file;
+    auto stream = options.midiIn.createInputStream();
+    if (stream == nullptr || !file.readFrom(*stream, true))
+        throw BadInput(("not a readable MIDI file: " + options.midiIn.getFullPathName()).toStdString());
+
+    file.convertTimestampTicksToSeconds();
+
+    double last = 0.0;
+    for (int t = 0; t < file.getNumTracks(); ++t)
+    {
+        for (const auto* event : *file.getTrack(t))
+        {
+            const auto& message = event->message;
+            if (message.isMetaEvent() || message.isSysEx())
+                continue;
+            input.push_back({ toSample(message.getTimeStamp(), options.sampleRate), message });
+            last = juce::jmax(last, message.getTimeStamp());
+        }
+    }
+
+    std::stable_sort(input.begin(), input.end(), [](const auto& a, const auto& b) { return a.sample < b.sample; });
+    lengthSeconds = last + 2.0;
+}
+
+RenderSession::Result RenderSession::run()
+{
+    PluginPaths paths;
+    paths.settingsFile = options.settings;
+    paths.writeSettings = false;
+    auto plugin = Quindrel::createInstance(paths, options.outputType);
+
+    const bool patternOption = options.nativePattern.has_value() || options.hostPatternKey.has_value() || !options.patternBanks.isEmpty();
+    const bool sequencerOn = options.sequencer.value_or(!(options.midiIn != juce::File() && !patternOption));
+    plugin->setInternalSequencer(sequencerOn);
+
+    auto events = input;
+    if (options.hostPatternKey.has_value())
+    {
+        plugin->setHostMode(true);
+        events.insert(events.begin(), { 0, juce::MidiMessage::noteOn(1, *options.hostPatternKey, (juce::uint8) 100) });
+    }
+
+    RenderPlayHead playHead(options.tempo, options.sampleRate);
+    if (options.transport)
+        plugin->setPlayHead(&playHead);
+
+    plugin->setNonRealtime(true);
+    plugin->setRateAndBufferSizeDetails(options.sampleRate, options.blockSize);
+    plugin->prepareToPlay(options.sampleRate, options.blockSize);
+
+    const auto totalSamples = toSample(lengthSeconds, options.sampleRate);
+    const int channels = plugin->getTotalNumOutputChannels();
+
+    Result result;
+    result.audio.setSize(channels, (int) totalSamples);
+    result.mainChannels = plugin->getOutputType() == DrumMachine::monoOutputs ? 1 : 2;
+    juce::AudioBuffer<float> block(channels, options.blockSize);
+    juce::MidiBuffer midi;
+    size_t nextEvent = 0;
+
+    const auto started = juce::Time::getMillisecondCounterHiRes();
+
+    for (juce::int64 start = 0; start < totalSamples; start += options.blockSize)
+    {
+        const int length = (int) juce::jmin((juce::int64) options.blockSize, totalSamples - start);
+        block.setSize(channels, length, false, false, true);
+
+        midi.clear();
+        while (nextEvent < events.size() && events[nextEvent].sample < start + length)
+        {
+            const auto& event = events[nextEvent++];
+            midi.addEvent(event.message, (int) juce::jmax((juce::int64) 0, event.sample - start));
+        }
+
+        playHead.samplePosition = start;
+        plugin->processBlock(block, midi);
+
+        for (const auto metadata : midi)
+            result.generated.push_back({ start + metadata.samplePosition, metadata.getMessage() });
+        for (int c = 0; c < channels; ++c)
+            result.audio.copyFrom(c, (int) start, block, c, 0, length);
+    }
+
+    result.renderSeconds = (juce::Time::getMillisecondCounterHiRes() - started) / 1000.0;
+    plugin->releaseResources();
+    plugin->setPlayHead(nullptr);
+
+    // Without the internal sequencer the plug-in passes its input through:
+    // only the notes it generated itself count as its output.
+    if (!sequencerOn)
+        result.generated.clear();
+
+    return result;
+}

@@ -1,0 +1,43 @@
+#pragma once
+
+#include "RenderOptions.h"
+
+#include <juce_audio_basics/juce_audio_basics.h>
+
+#include <vector>
+
+// quindrel-render's host: one Quindrel instance, played block by block on
+// this thread with a play head and MIDI at exact samples, as a host plays it,
+// but with no window and no audio device. Reads the user settings only from
+// the file it is given and never writes them.
+class RenderSession
+{
+public:
+    struct TimedMessage
+    {
+        juce::int64 sample;
+        juce::MidiMessage message;
+    };
+
+    struct Result
+    {
+        juce::AudioBuffer<float> audio; // every output channel of the plug-in
+        int mainChannels = 2;           // the channels of the first output: 2, or 1 with mono outputs
+        std::vector<TimedMessage> generated;
+        double renderSeconds = 0.0;
+    };
+
+    // Throws BadInput if the MIDI file is not one, or an input file is not of its kind.
+    explicit RenderSession(const RenderOptions& options);
+
+    Result run();
+
+    double getLengthInSeconds() const { return lengthSeconds; }
+
+private:
+    void readMidiFile();
+
+    const RenderOptions& options;
+    std::vector<TimedMessage> input;
+    double lengthSeconds = 8.0;
+};
