@@ -176,7 +176,7 @@ private:
     void copyTempoAndScale(const Clock& from, Clock& to);
     void handleMidiEvent(const juce::MidiMessage& message);
     void flushPending();
-    void renderOneFrame();
+    void renderOneFrame(int index);
     void prepareOutputChannels(juce::AudioBuffer<float>& buffer);
     void updateEnabled();
     void readDrumMapVersion(const juce::XmlElement& xml, const char* keyAttribute);
@@ -202,8 +202,8 @@ private:
     std::array<bool, instrumentCount> muted {}, soloed {};
     std::array<std::atomic<int>, instrumentCount> enabled;
 
-    // Outputs: the channel of each output's left and right side in this
-    // block's buffer, or -1 where the host gave none.
+    // Outputs: where each output's left and right channel start in this
+    // block's buffer, or null where the host gave none.
     const int outputCount;
     int storedOutputType = stereoOutputs;
     int outputType = stereoOutputs;

@@ -439,7 +439,7 @@ void DrumMachine::sendAllNoteOffs()
 void DrumMachine::flushPending()
 {
     for (int i = 0; i < pendingSamples; ++i)
-        renderOneFrame();
+        renderOneFrame(renderedSamples + i);
 
     renderedSamples += pendingSamples;
     pendingSamples = 0;
@@ -473,44 +473,30 @@ void DrumMachine::prepareOutputChannels(juce::AudioBuffer<float>& buffer)
     }
 }
 
-void DrumMachine::renderOneFrame()
+void DrumMachine::renderOneFrame(int index)
 {
     core->renderFrame(renderBuffer.data());
 
     const bool mono = outputType == monoOutputs;
 
-    for (int i = 0; i < instrumentCount; ++i)
+    auto add = [&](int output, float value)
     {
-        const int o = instrumentOutput[(size_t) i] - 1;
-        if (!juce::isPositiveAndBelow(o, maxOutputs))
-            continue;
-
-        const auto value = (float) renderBuffer[(size_t) i];
-        auto& pointers = outputPointers[(size_t) o];
+        if (!juce::isPositiveAndBelow(output, maxOutputs))
+            return;
+        const auto& pointers = outputPointers[(size_t) output];
         if (pointers[0] != nullptr)
-            *pointers[0] += value;
+            pointers[0][index] += value;
         if (!mono && pointers[1] != nullptr)
-            *pointers[1] += value;
-    }
+            pointers[1][index] += value;
+    };
+
+    // A silent instrument adds nothing, and most are silent most of the time.
+    for (int i = 0; i < instrumentCount; ++i)
+        if (const auto value = (float) renderBuffer[(size_t) i]; value != 0.0f)
+            add(instrumentOutput[(size_t) i].load(std::memory_order_relaxed) - 1, value);
 
     if (core->isTriggerOutEnabled())
-    {
-        const auto pulse = (float) core->renderTriggerPulse();
-        const int o = triggerOutput - 1;
-        if (juce::isPositiveAndBelow(o, maxOutputs))
-        {
-            auto& pointers = outputPointers[(size_t) o];
-            if (pointers[0] != nullptr)
-                *pointers[0] += pulse;
-            if (!mono && pointers[1] != nullptr)
-                *pointers[1] += pulse;
-        }
-    }
-
-    for (auto& pointers : outputPointers)
-        for (auto*& pointer : pointers)
-            if (pointer != nullptr)
-                ++pointer;
+        add(triggerOutput.load(std::memory_order_relaxed) - 1, (float) core->renderTriggerPulse());
 }
 
 void DrumMachine::handleController(const juce::MidiMessage&)
@@ -519,4 +505,5 @@ void DrumMachine::handleController(const juce::MidiMessage&)
 
 void DrumMachine::handleProgramChange(int)
 {
+    // Presets arrive with the preset bank; until then a program change selects nothing.
 }
