@@ -54,6 +54,7 @@ public:
     juce::String getHostParameterTextFor(int index, float normalisedValue) const override;
     bool isHostParameterToggle(int index) const override;
     void parameterChanged(Parameter& parameter) override;
+    void handleEvent(int uid) override;
 
     virtual int getExtraDrumMapExtensionCount() const { return 0; }
     virtual juce::String getExtraDrumMapExtension(int) const { return {}; }
@@ -150,6 +151,13 @@ public:
     void updateScaleRows();
     void updateTrackRows();
 
+    // The randomizer mode: on, it takes the edited pattern under its mask.
+    void setRandomizer(bool shouldBeOn);
+    // A tap of the selected tracks, played and recorded by the next block.
+    void requestTap(bool accented);
+    // A press of step button `step` (0 to 15) while editing.
+    void pressStepWhileEditing(int step);
+
     // Mode switches with their side effects, as the panel's switches do them.
     void setInternalSequencer(bool shouldBeOn);
     void setHostMode(bool shouldBeOn);
@@ -173,6 +181,7 @@ private:
     void handleController(const juce::MidiMessage& message);
     void handleProgramChange(int program);
     void refreshModeRows();
+    void setMuteOrSolo(int firstId, int instrument, bool inverse);
     void copyTempoAndScale(const Clock& from, Clock& to);
     void handleMidiEvent(const juce::MidiMessage& message);
     void flushPending();

@@ -20,6 +20,18 @@ int DrumMachineSeq::nextStepValue(int value, bool) const
     return value == getOffValue() ? getOnValue() : getAccentValue();
 }
 
+void DrumMachineSeq::toggleStep(int track, int step, bool flam)
+{
+    if (!juce::isPositiveAndBelow(track, numTracks))
+        return;
+
+    const int value = getStep(track, step);
+    if (track == accentTrack)
+        setStep(track, step, value != getOffValue() ? getOffValue() : getAccentValue());
+    else
+        setStep(track, step, nextStepValue(value, flam));
+}
+
 bool DrumMachineSeq::isMaskedByRandomizer(const Pattern* pattern, int track, int step) const
 {
     return pattern != nullptr && pattern == randomPattern

@@ -108,7 +108,8 @@ public:
     virtual void shiftTrackRight(int /*track*/, int /*count*/) {}
     virtual int getStep(int /*track*/, int /*step*/) const { return 0; }
     virtual void setStep(int /*track*/, int /*step*/, int /*value*/) {}
-    virtual void toggleStep(int /*track*/, int /*step*/, bool /*flam*/) {}
+    // Off, on, accented, off; on the accent track off, accented, off.
+    virtual void toggleStep(int track, int step, bool flam);
     virtual int nextStepValue(int value, bool /*flam*/) const;
     virtual void clearTrack(int /*track*/) {}
     virtual void clearPattern() {}
