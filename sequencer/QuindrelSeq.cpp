@@ -268,11 +268,6 @@ void QuindrelSeq::setEditedTempo(double tempo)
         editedNativeVariation().setTempo(tempo);
 }
 
-void QuindrelSeq::toggleStep(int track, int step, bool flam)
-{
-    setStep(track, step, nextStepValue(getStep(track, step), flam));
-}
-
 void QuindrelSeq::clearTrack(int track)
 {
     if (track >= numTracks)

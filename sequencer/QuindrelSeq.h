@@ -106,7 +106,6 @@ public:
     void setEditedScale(int scale) override { editedPattern().setScale(scale); }
     int getStep(int track, int step) const override { return editedPattern().getStep(track, step); }
     void setStep(int track, int step, int value) override { editedPattern().setStep(track, step, value); }
-    void toggleStep(int track, int step, bool flam) override;
     void clearTrack(int track) override;
     void clearPattern() override { editedPattern().clearSteps(); }
     void copyTrack(int track) override { trackClipboard.copyTrackFrom(editedPattern(), track, track); }
