@@ -72,11 +72,17 @@ struct Rig
     LoggingSeq& seq = static_cast<LoggingSeq&>(*plugin.getSequencer());
     RecordingCore& core = static_cast<RecordingCore&>(*plugin.getCore());
 
+    // Starts from empty patterns, whatever the factory banks hold.
     Rig()
     {
         host.playHead.present = false;
+        for (int n = 0; n < QuindrelSeq::hostPatternCount; ++n)
+            seq.getHostPatternAt(n) = Pattern();
         for (int n = 0; n < QuindrelSeq::nativePatternCount; ++n)
+        {
+            seq.getNativePatternAt(n) = NativePattern();
             shape(n, 1, 0);
+        }
     }
 
     void shape(int pattern, int length1, int length2)
