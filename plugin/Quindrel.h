@@ -29,6 +29,8 @@ public:
     float getStrongVelocity() const override { return 0.377f; }
     float getAccentVelocity() const override { return 0.623f; }
     bool canLoadState(const juce::XmlElement& xml) const override;
+    // Takes "Auto Fill In" and the two variation modes to the sequencer.
+    void parameterChanged(Parameter& parameter) override;
 
     // SoftwareDesignation
     juce::String getProductName() const override { return getPluginName(); }

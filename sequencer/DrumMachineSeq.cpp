@@ -70,3 +70,98 @@ void DrumMachineSeq::applyTap(bool play, bool write, bool host)
 
     tapValues.fill(0);
 }
+
+//==============================================================================
+void DrumMachineSeq::readBank(const juce::XmlElement& xml, int type)
+{
+    if (!isBankElement(xml, type))
+        return;
+
+    // Only pattern elements take a slot; anything else in the bank is passed over.
+    const int count = getPatternCount(type);
+    int slot = 0;
+    for (auto* child : xml.getChildIterator())
+    {
+        if (slot >= count)
+            break;
+        if (isPatternElement(*child, type))
+            readPattern(*child, slot++, type);
+    }
+}
+
+std::unique_ptr<juce::XmlElement> DrumMachineSeq::writeBank(int type) const
+{
+    auto bank = std::make_unique<juce::XmlElement>("PatternBank");
+    if (type == hostType)
+        bank->setAttribute("type", "hostPattern");
+    else if (type == nativeType)
+        bank->setAttribute("type", "nativePattern");
+
+    for (int index = 0; index < getPatternCount(type); ++index)
+        if (auto pattern = writePattern(index, type))
+            bank->addChildElement(pattern.release());
+
+    return bank;
+}
+
+void DrumMachineSeq::readPatternsState(const juce::XmlElement& xml)
+{
+    if (!xml.hasTagName("PatternsState"))
+        return;
+
+    for (auto* child : xml.getChildIterator())
+    {
+        if (!hasHostPatterns())
+            readBank(*child, plainType);
+        else if (isBankElement(*child, hostType))
+            readBank(*child, hostType);
+        else
+            readBank(*child, nativeType);
+    }
+}
+
+std::unique_ptr<juce::XmlElement> DrumMachineSeq::writePatternsState() const
+{
+    auto state = std::make_unique<juce::XmlElement>("PatternsState");
+    if (hasHostPatterns())
+    {
+        state->addChildElement(writeBank(hostType).release());
+        state->addChildElement(writeBank(nativeType).release());
+    }
+    else
+    {
+        state->addChildElement(writeBank(plainType).release());
+    }
+    return state;
+}
+
+bool DrumMachineSeq::loadPatternFile(const juce::File& file, int type)
+{
+    const auto xml = juce::parseXML(file);
+    if (xml == nullptr || !isPatternElement(*xml, type))
+        return false;
+
+    readPattern(*xml, editedIndexOf(type), type);
+    return true;
+}
+
+bool DrumMachineSeq::savePatternFile(const juce::File& file, int type) const
+{
+    const auto xml = writePattern(editedIndexOf(type), type);
+    return xml != nullptr && xml->writeTo(file); // UTF-8
+}
+
+bool DrumMachineSeq::loadBankFile(const juce::File& file, int type)
+{
+    const auto xml = juce::parseXML(file);
+    if (xml == nullptr || !isBankElement(*xml, type))
+        return false;
+
+    readBank(*xml, type);
+    return true;
+}
+
+bool DrumMachineSeq::saveBankFile(const juce::File& file, int type) const
+{
+    return writeBank(type)->writeTo(file); // UTF-8
+}

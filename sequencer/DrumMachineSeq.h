@@ -129,6 +129,23 @@ public:
     virtual void readEditionState(const juce::XmlElement& /*xml*/) {}
     virtual std::unique_ptr<juce::XmlElement> writeEditionState() const { return {}; }
 
+    // Banks and files, built on the pattern operations above (message thread,
+    // or the host's thread for the state). Readers take what they know and
+    // leave the rest; nothing reports a failure.
+    //
+    // A bank of a type: its patterns in slot order; a short bank leaves the
+    // later slots as they are, a long one is cut.
+    void readBank(const juce::XmlElement& xml, int type);
+    std::unique_ptr<juce::XmlElement> writeBank(int type) const;
+    // Both banks in the plug-in's state, or one untyped bank without host patterns.
+    void readPatternsState(const juce::XmlElement& xml);
+    std::unique_ptr<juce::XmlElement> writePatternsState() const;
+    // A single pattern goes to or comes from the edited slot of its type.
+    bool loadPatternFile(const juce::File& file, int type);
+    bool savePatternFile(const juce::File& file, int type) const;
+    bool loadBankFile(const juce::File& file, int type);
+    bool saveBankFile(const juce::File& file, int type) const;
+
     // Low-level writes of the randomizer.
     virtual void backupForRandom(Pattern* /*pattern*/) {}
     virtual void restoreTrack(Pattern* /*pattern*/, int /*track*/) {}
@@ -183,6 +200,9 @@ public:
     juce::uint32 seedCurrent = 0;
 
 protected:
+    // The slot a single pattern of this type is loaded into or saved from.
+    virtual int editedIndexOf(int /*type*/) const { return 0; }
+
     // The randomizer's mask for one step: true if the track is hidden there.
     bool isMaskedByRandomizer(const Pattern* pattern, int track, int step) const;
 };

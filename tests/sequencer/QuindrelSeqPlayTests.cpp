@@ -1,0 +1,347 @@
+#include "plugin/PluginTestHost.h"
+#include "support/AllocationCounter.h"
+
+#include "parameters/ParameterIds.h"
+#include "sequencer/QuindrelSeq.h"
+
+#include <gtest/gtest.h>
+
+namespace
+{
+// An engine that renders silence and notes each trigger with its sample.
+struct RecordingCore : DrumMachineCore
+{
+    struct Hit
+    {
+        int track;
+        long sample;
+        float velocity;
+    };
+
+    RecordingCore() { hits.reserve(1 << 16); }
+    void trigger(int track, float velocity) override { hits.push_back({track, frame, velocity}); }
+    void renderFrame(double* outputs) override
+    {
+        std::fill(outputs, outputs + numInstruments, 0.0);
+        ++frame;
+    }
+
+    std::vector<Hit> hits;
+    long frame = 0;
+};
+
+// Notes the pattern, variation and part in which each native pass or part begins,
+// in reserved room: logging must not allocate on the audio thread either.
+struct LoggingSeq : QuindrelSeq
+{
+    LoggingSeq(DrumMachine* owner, DrumMachineCore* engine)
+        : QuindrelSeq(owner, engine)
+    {
+        passes.reserve(1 << 12);
+    }
+
+    void playNativeStep(bool late) override
+    {
+        if (!late && getNativeStep() == 0)
+        {
+            char token[16];
+            std::snprintf(token, sizeof token, " %d%c%d", getNativePattern(), "AB"[getNativeVariation()], getNativePart() + 1);
+            passes += token;
+        }
+        QuindrelSeq::playNativeStep(late);
+    }
+
+    std::string passes;
+};
+
+struct TestQuindrel : Quindrel
+{
+    using Quindrel::Quindrel;
+    std::unique_ptr<DrumMachineCore> createCore() override { return std::make_unique<RecordingCore>(); }
+    std::unique_ptr<DrumMachineSeq> createSequencer() override { return std::make_unique<LoggingSeq>(this, getCore()); }
+};
+
+// A plug-in with no transport, started and stopped by the panel's requests.
+// Every native pattern runs at 300 bpm and 8 steps a beat: 1200 samples a step.
+struct Rig
+{
+    static constexpr int stepSamples = 1200;
+
+    PluginTestHost host{48000.0, 256, {}, PluginTestHost::factoryFor<TestQuindrel>()};
+    TestQuindrel& plugin = static_cast<TestQuindrel&>(*host.plugin);
+    LoggingSeq& seq = static_cast<LoggingSeq&>(*plugin.getSequencer());
+    RecordingCore& core = static_cast<RecordingCore&>(*plugin.getCore());
+
+    // Starts from empty patterns, whatever the factory banks hold.
+    Rig()
+    {
+        host.playHead.present = false;
+        for (int n = 0; n < QuindrelSeq::hostPatternCount; ++n)
+            seq.getHostPatternAt(n) = Pattern();
+        for (int n = 0; n < QuindrelSeq::nativePatternCount; ++n)
+        {
+            seq.getNativePatternAt(n) = NativePattern();
+            shape(n, 1, 0);
+        }
+    }
+
+    void shape(int pattern, int length1, int length2)
+    {
+        for (int v = 0; v < 2; ++v)
+        {
+            auto& variation = seq.getNativePatternAt(pattern).getVariation(v);
+            variation.setTempo(300.0);
+            variation.getPart(0).setLength(length1);
+            variation.getPart(1).setLength(length2);
+            variation.getPart(0).setScale(8);
+            variation.getPart(1).setScale(8);
+        }
+    }
+
+    void set(int id, float normalised) { plugin.getParameterManager().setNormalised(id, normalised); }
+    std::string passes() const { return seq.passes.empty() ? seq.passes : seq.passes.substr(1); }
+
+    // Starts a run, plays `steps` steps, stops, and gives the passes begun.
+    std::string run(int steps)
+    {
+        seq.passes.clear();
+        plugin.runRequest = 1;
+        host.render(steps * stepSamples - stepSamples / 2);
+        plugin.runRequest = 2;
+        host.render(256);
+        return passes();
+    }
+
+    std::vector<RecordingCore::Hit> hitsOf(int track) const
+    {
+        std::vector<RecordingCore::Hit> result;
+        std::copy_if(core.hits.begin(), core.hits.end(), std::back_inserter(result), [track](const auto& hit)
+                     { return hit.track == track; });
+        return result;
+    }
+
+    std::vector<int> noteSamples(int key) const
+    {
+        std::vector<int> result;
+        for (const auto& e : host.noteOnsOut())
+            if (e.message.getNoteNumber() == key)
+                result.push_back(e.sample);
+        return result;
+    }
+};
+} // namespace
+
+TEST(SequencerNativeRun, PassOrderWithPartsAndFillIns)
+{
+    Rig rig;
+    rig.shape(0, 2, 3);
+    EXPECT_EQ(rig.run(10), "0A1 0A2 0A1 0A2") << "Part 2 follows Part 1 in each pass";
+
+    rig.seq.choosePattern(1); // Part 2 of length 0 is skipped
+    EXPECT_EQ(rig.run(3), "1A1 1A1 1A1");
+
+    rig.set(ParameterIds::autoFillIn, 1.0f); // every 2nd pass
+    EXPECT_EQ(rig.seq.getAutoFill(), 2);
+    EXPECT_EQ(rig.run(6), "1A1 12A1 1A1 12A1 1A1 12A1");
+    rig.set(ParameterIds::autoFillIn, 0.8f); // every 4th pass
+    EXPECT_EQ(rig.run(8), "1A1 1A1 1A1 12A1 1A1 1A1 1A1 12A1");
+
+    // Manual mode: a fill-in requested during a run comes once, at the end of the pass.
+    rig.set(ParameterIds::autoFillIn, 0.0f);
+    rig.shape(1, 4, 0);
+    rig.seq.passes.clear();
+    rig.plugin.runRequest = 1;
+    rig.host.render(Rig::stepSamples);
+    rig.seq.introOrFillIn();
+    rig.host.render(6 * Rig::stepSamples);
+    EXPECT_EQ(rig.passes(), "1A1 12A1 1A1");
+}
+
+TEST(SequencerNativeRun, IntroAndVariationModes)
+{
+    Rig rig;
+    rig.set(ParameterIds::basicVariationMode, 0.5f); // AB
+    EXPECT_EQ(rig.run(4), "0A1 0B1 0A1 0B1");
+    rig.set(ParameterIds::basicVariationMode, 1.0f); // B
+    EXPECT_EQ(rig.run(2), "0B1 0B1");
+
+    // The intro button while stopped: the run begins with the fill pattern,
+    // in its own variation, and in manual mode AB no longer alternates after it.
+    rig.set(ParameterIds::basicVariationMode, 0.5f);
+    rig.set(ParameterIds::introFillInVariationMode, 1.0f);
+    rig.seq.introOrFillIn();
+    EXPECT_EQ(rig.seq.getNativePattern(), 12);
+    EXPECT_TRUE(rig.seq.isPatternLit(12));
+    EXPECT_FALSE(rig.seq.isPatternLit(0));
+    EXPECT_EQ(rig.run(4), "12B1 0A1 0A1 0A1");
+
+    // With automatic fill-ins the count starts after the intro.
+    rig.set(ParameterIds::basicVariationMode, 0.0f);
+    rig.set(ParameterIds::autoFillIn, 0.8f);
+    EXPECT_EQ(rig.run(9), "12B1 0A1 0A1 0A1 12B1 0A1 0A1 0A1 12B1");
+}
+
+TEST(SequencerNativeRun, SelectionWaitsForTheEndOfThePassAndBlinksUntilThen)
+{
+    Rig rig;
+    rig.shape(0, 4, 0);
+    rig.shape(3, 4, 0);
+    auto& params = rig.plugin.getParameterManager();
+
+    rig.seq.choosePattern(5); // stopped: at once, and the editor goes with it
+    EXPECT_EQ(rig.seq.getNativePattern(), 5);
+    EXPECT_EQ(rig.seq.getEditedNativePattern(), 5);
+    EXPECT_TRUE(params.getBool(ParameterIds::stepBlinking + 5));
+    rig.seq.choosePattern(0);
+    rig.seq.choosePattern(11 + 5); // out of range for either kind: ignored
+    EXPECT_EQ(rig.seq.getFillPattern(), 12);
+
+    rig.plugin.runRequest = 1;
+    rig.host.render(Rig::stepSamples + 100);
+    rig.seq.choosePattern(3);
+    EXPECT_EQ(rig.seq.getNativePattern(), 0);
+    EXPECT_TRUE(params.getBool(ParameterIds::stepBlinking + 3)) << "queued pattern should blink";
+    EXPECT_FALSE(params.getBool(ParameterIds::stepBlinking + 0));
+
+    rig.host.render(3 * Rig::stepSamples);
+    EXPECT_EQ(rig.seq.getNativePattern(), 3);
+    EXPECT_FALSE(params.getBool(ParameterIds::stepBlinking + 3)) << "still blinking after the change";
+    EXPECT_EQ(rig.passes(), "0A1 3A1");
+
+    // A stop inside a fill-in leaves the panel's selection to start with.
+    rig.seq.requestFillIn();
+    rig.host.render(4 * Rig::stepSamples);
+    ASSERT_EQ(rig.seq.getNativePattern(), 12);
+    rig.plugin.runRequest = 2;
+    rig.host.render(256);
+    EXPECT_EQ(rig.seq.getNativePattern(), 3);
+}
+
+TEST(SequencerHostPlay, StepVelocitiesAndTheAccentTrack)
+{
+    Rig rig;
+    rig.plugin.setHostMode(true);
+    rig.set(17, 0.5f); // Accent Level
+    auto& pattern = rig.seq.getHostPatternAt(0);
+    pattern.setLength(4);
+    pattern.setTrackString(0, "oOoO");
+    pattern.setTrackString(17, "..oO");
+    rig.host.render(4 * 6000 - 100, {PluginTestHost::noteOn(0, 12)}); // 120 bpm, 4 steps a beat
+
+    const double base = 48.0 / 127, strong = 0.377, boost = 0.623 * 0.5;
+    const double velocities[] = {base, base + strong, base + boost, base + strong + boost};
+    const auto drums = rig.hitsOf(0), accents = rig.hitsOf(17);
+    ASSERT_EQ(drums.size(), 4u);
+    for (size_t i = 0; i < 4; ++i)
+    {
+        EXPECT_NEAR(drums[i].sample, (long)i * 6000, 1) << "step " << i;
+        EXPECT_NEAR(drums[i].velocity, velocities[i], 1.0e-6) << "step " << i;
+    }
+
+    // The accent track fires at the step and again at its late event, a sample on.
+    ASSERT_EQ(accents.size(), 4u);
+    for (size_t i = 0; i < 4; ++i)
+    {
+        EXPECT_EQ(accents[i].sample, drums[2 + i / 2].sample + (long)(i % 2)) << "accent " << i;
+        EXPECT_NEAR(accents[i].velocity, base + strong + boost, 1.0e-6);
+    }
+}
+
+TEST(SequencerHostPlay, ShuffleDelaysEverySecondStepInTheMidiOut)
+{
+    for (const bool host : {true, false}) // shuffle of the host pattern, or of the native variation
+    {
+        Rig rig;
+        rig.plugin.setHostMode(host);
+        auto& variation = rig.seq.getNativePatternAt(0).getVariation(0);
+        auto& pattern = host ? rig.seq.getHostPatternAt(0) : variation.getPart(0);
+        pattern.setScale(4);
+        pattern.setLength(16);
+        pattern.setTrackString(16, "oooooo");
+        variation.setTempo(120.0);
+        (host ? pattern.setShuffle(0.5) : variation.setShuffle(0.5));
+        rig.plugin.runRequest = host ? 0 : 1;
+        rig.host.render(6 * 6000, {PluginTestHost::noteOn(0, 12)});
+
+        const auto notes = rig.noteSamples(42);
+        const int expected[] = {0, 9000, 12000, 21000, 24000, 33000};
+        ASSERT_EQ(notes.size(), 6u) << (host ? "host" : "native");
+        for (size_t i = 0; i < 6; ++i)
+            EXPECT_NEAR(notes[i], expected[i], 1) << (host ? "host" : "native") << " step " << i;
+    }
+}
+
+TEST(SequencerHostPlay, TapsAreRecordedOnTheNearerStep)
+{
+    Rig rig;
+    rig.plugin.setHostMode(true);
+    auto& pattern = rig.seq.getHostPatternAt(0);
+    pattern.setLength(4);
+    auto tap = [&rig](int track, int value)
+    { rig.seq.tapValues[(size_t)track] = value, rig.seq.tapRequested = true; };
+
+    tap(1, 1); // stopped: it sounds and nothing is recorded
+    rig.host.render(1000);
+    EXPECT_EQ(pattern.getStep(1, 0), 0);
+
+    // Early in step 0 it lands on step 0 and sounds at once; past half a step
+    // it waits for step 1, where it is recorded before that step plays.
+    rig.host.render(1000, {PluginTestHost::noteOn(0, 12)}); // step 0 at 1000
+    tap(1, 1);
+    rig.host.render(2500); // tapped at 2000
+    tap(2, 3);
+    rig.host.render(6000); // tapped at 4500
+    EXPECT_EQ(pattern.getTrackString(1), "o...");
+    EXPECT_EQ(pattern.getTrackString(2), ".O..");
+    const auto snare = rig.hitsOf(1), lowConga = rig.hitsOf(2);
+    ASSERT_EQ(snare.size(), 2u);
+    EXPECT_EQ(snare[0].sample, 0);
+    EXPECT_EQ(snare[1].sample, 2000);
+    ASSERT_EQ(lowConga.size(), 1u) << "a deferred tap sounds once, with its step";
+    EXPECT_NEAR(lowConga[0].sample, 7000, 1);
+}
+
+TEST(SequencerNativeRun, SwitchesComeFromTheirParametersAndPlayingAllocatesNothing)
+{
+    PluginTestHost plain;
+    auto* seq = dynamic_cast<QuindrelSeq*>(plain.plugin->getSequencer());
+    ASSERT_NE(seq, nullptr) << "Quindrel should build its own sequencer";
+    auto& params = plain.plugin->getParameterManager();
+
+    const std::pair<float, int> autoFill[] = {{0.0f, 0}, {0.09f, 0}, {0.11f, 16}, {0.4f, 12}, {0.6f, 8}, {0.8f, 4}, {1.0f, 2}};
+    for (const auto& [value, passes] : autoFill)
+    {
+        params.setNormalised(ParameterIds::autoFillIn, value);
+        EXPECT_EQ(seq->getAutoFill(), passes) << value;
+    }
+    const std::pair<float, int> variation[] = {{0.0f, 0}, {0.3f, 2}, {0.5f, 2}, {1.0f, 1}};
+    for (const auto& [value, mode] : variation)
+    {
+        params.setNormalised(ParameterIds::basicVariationMode, value);
+        EXPECT_EQ(seq->getBasicVariationMode(), mode) << value;
+    }
+    params.setNormalised(ParameterIds::introFillInVariationMode, 0.6f);
+    EXPECT_EQ(seq->getFillVariationMode(), 1);
+
+    // A native run through parts, passes and fill-ins, then a host pattern.
+    Rig rig;
+    rig.shape(0, 2, 3);
+    rig.set(ParameterIds::autoFillIn, 1.0f);
+    rig.seq.getNativePatternAt(0).getVariation(0).getPart(1).setTrackString(0, "ooo");
+    rig.seq.getNativePatternAt(12).getVariation(0).getPart(0).setTrackString(17, "o");
+    rig.plugin.runRequest = 1;
+    rig.host.render(24000); // warm-up
+    juce::AudioBuffer<float> buffer(rig.plugin.getTotalNumOutputChannels(), 256);
+    juce::MidiBuffer midi;
+    long allocations = 0;
+    for (int block = 0; block < 200; ++block)
+    {
+        midi.clear();
+        if (block == 100)
+            midi.addEvent(juce::MidiMessage::noteOn(1, 12, (juce::uint8)100), 10);
+        ScopedAllocationCounter counter;
+        rig.plugin.processBlock(buffer, midi);
+        allocations += counter.count();
+    }
+    EXPECT_EQ(allocations, 0);
+}
