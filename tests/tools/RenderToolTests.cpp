@@ -21,6 +21,8 @@ Run render(const juce::StringArray& arguments)
     if (!process.start(command))
         return run;
     run.output = process.readAllProcessOutput();
+    // The output can end before the process has been reaped.
+    process.waitForProcessToFinish(60000);
     run.exitCode = (int) process.getExitCode();
     return run;
 }
