@@ -37,13 +37,7 @@ void DrumMachine::refreshModeRows()
     parameterManager.setBool(patternTempoState, editing && internalSync);
 
     updateTrackRows();
-    updateStepLengthLamps();
-    updateStepLights();
-    updatePatternNumber();
-    parameterManager.setText(patternName, !intSeq ? juce::String() : editing ? sequencer->getEditedName() : sequencer->getNativeName());
-    updateScaleRows();
-    parameterManager.setValue(patternTempo, (float) (!intSeq ? 0.0 : editing ? sequencer->getEditedTempo() : sequencer->getNativeTempo()));
-    parameterManager.setBool(nativeModeReadyState, intSeq && !writeMode && !hostMode && !nativeClock.running);
+    updatePatternDisplays();
     parameterManager.setBool(writeModeState, editing);
     parameterManager.setBool(writeModeActivity, intSeq && !hostMode);
 }

@@ -61,6 +61,92 @@ void Quindrel::parameterChanged(Parameter& parameter)
         seq->setFillVariationMode(juce::jlimit(0, 1, (int)std::floor(value + 0.5)));
 }
 
+QuindrelSeq* Quindrel::getQuindrelSeq() const
+{
+    return dynamic_cast<QuindrelSeq*>(getSequencer());
+}
+
+void Quindrel::handleEvent(int uid)
+{
+    constexpr int selectVariationA = 104, selectPart2 = 107, tapIntroFillAccept = 108;
+    constexpr int tap = 3013, clear = 3026, pressStep = 3030;
+
+    auto* seq = getQuindrelSeq();
+    if (seq == nullptr)
+    {
+        DrumMachine::handleEvent(uid);
+        return;
+    }
+
+    const bool intSeq = internalSequencer;
+    const bool editing = isEditing();
+
+    if (uid >= selectVariationA && uid <= selectPart2)
+    {
+        // Chosen by hand only while the edited pattern does not follow what plays.
+        if (!editing || hostMode || (autoFollow && !lengthMode) || (randomizerOn && isRandomFilled()))
+            return;
+        if (uid < selectVariationA + 2)
+            seq->setEditedVariation(uid - selectVariationA);
+        else
+            seq->setEditedPart(uid - selectVariationA - 2);
+        updatePatternDisplays();
+    }
+    else if (uid == tapIntroFillAccept)
+    {
+        if (editing && randomizerOn && isRandomFilled())
+            return; // accepting a randomized result belongs to the randomizer
+        if (editing)
+            DrumMachine::handleEvent(tap);
+        else if (intSeq && !hostMode)
+        {
+            seq->introOrFillIn();
+            updatePatternDisplays();
+        }
+    }
+    else if (uid >= pressStep && uid < pressStep + 16 && intSeq && !editing)
+    {
+        // In native play mode the step buttons choose the patterns.
+        seq->choosePattern(uid - pressStep);
+    }
+    else
+    {
+        // "Clear" in length mode removes the second part of the edited variation.
+        if (uid == clear && editing && lengthMode && !hostMode && seq->getEditedPart() == 1)
+        {
+            seq->setEditedLength(0);
+            updatePatternDisplays();
+        }
+        DrumMachine::handleEvent(uid);
+    }
+}
+
+void Quindrel::updatePatternDisplays()
+{
+    if (auto* seq = getQuindrelSeq())
+    {
+        using namespace ParameterIds;
+        const bool intSeq = internalSequencer;
+        const bool editing = isEditing();
+        const bool nativeWrite = intSeq && writeMode && !hostMode;
+        const bool nativeRuns = intSeq && !hostMode && nativeClock.running && seq->nativePlaying;
+        const bool basic = seq->getNativePattern() < QuindrelSeq::basicPatternCount;
+
+        parameterManager.setBool(variationAEditionState, nativeWrite && seq->getEditedVariation() == 0);
+        parameterManager.setBool(variationBEditionState, nativeWrite && seq->getEditedVariation() == 1);
+        parameterManager.setBool(part1EditionState, nativeWrite && seq->getEditedPart() == 0);
+        parameterManager.setBool(part2EditionState, nativeWrite && seq->getEditedPart() == 1);
+        parameterManager.setBool(variationAPlayingState, nativeRuns && basic && seq->getNativeVariation() == 0);
+        parameterManager.setBool(variationBPlayingState, nativeRuns && basic && seq->getNativeVariation() == 1);
+        parameterManager.setBool(part1PlayingState, nativeRuns && seq->getNativePart() == 0);
+        parameterManager.setBool(part2PlayingState, nativeRuns && seq->getNativePart() == 1);
+        parameterManager.setBool(lengthModeStateWithoutClear, editing && lengthMode && (hostMode || seq->getEditedPart() == 0));
+        parameterManager.setBool(lengthModeStateWithClear, editing && lengthMode && !hostMode && seq->getEditedPart() == 1);
+    }
+
+    DrumMachine::updatePatternDisplays();
+}
+
 bool Quindrel::canLoadState(const juce::XmlElement& xml) const
 {
     return DrumMachine::canLoadState(xml) || xml.hasTagName("QuindrelBank");

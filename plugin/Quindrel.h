@@ -3,6 +3,8 @@
 #include "parameters/OldParameterNames.h"
 #include "plugin/DrumMachine.h"
 
+class QuindrelSeq;
+
 // The concrete instrument: its engine, its sequencer, its identity and file
 // names, and the events and parameters only it knows.
 class Quindrel : public DrumMachine
@@ -29,6 +31,11 @@ public:
     float getStrongVelocity() const override { return 0.377f; }
     float getAccentVelocity() const override { return 0.623f; }
     bool canLoadState(const juce::XmlElement& xml) const override;
+    void handleEvent(int uid) override;
+    void updatePatternDisplays() override;
+
+    QuindrelSeq* getQuindrelSeq() const;
+
     // Takes "Auto Fill In" and the two variation modes to the sequencer.
     void parameterChanged(Parameter& parameter) override;
 
