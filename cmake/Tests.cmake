@@ -67,6 +67,7 @@ target_compile_definitions(quindrel_host_tests PRIVATE
     QUINDREL_LV2_DIR="${QUINDREL_ARTEFACTS}/LV2"
     QUINDREL_LV2_URI="${QUINDREL_LV2_URI}")
 target_compile_options(quindrel_host_tests PRIVATE -Wno-dangling-pointer)
+target_include_directories(quindrel_host_tests PRIVATE "${CMAKE_SOURCE_DIR}/tests")
 add_dependencies(quindrel_host_tests quindrel_shared_VST3 quindrel_shared_LV2)
 
 gtest_discover_tests(quindrel_host_tests

@@ -1,5 +1,7 @@
 #pragma once
 
+#include "parameters/InstrumentNames.h"
+
 #include <juce_core/juce_core.h>
 
 #include <array>
@@ -23,8 +25,7 @@ public:
     static constexpr int hostType = 1;
     static constexpr int plainType = 2;
 
-    static constexpr int numTracks = 18;
-    static constexpr int accentTrack = 17;
+    static constexpr int numTracks = instrumentCount + 1; // the instruments and the accent track
 
     // What is loaded at start for each store.
     static constexpr int factoryPatterns = 0;

@@ -2,14 +2,6 @@
 
 #include <cmath>
 
-int Tracks::indexOf(const juce::String& code)
-{
-    for (int track = 0; track < count; ++track)
-        if (code == codes[(size_t)track])
-            return track;
-    return -1;
-}
-
 juce::juce_wchar StepNotation::toCharacter(int value)
 {
     if (value == 3)

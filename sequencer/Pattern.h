@@ -1,22 +1,25 @@
 #pragma once
 
+#include "parameters/InstrumentNames.h"
+
 #include <juce_core/juce_core.h>
 
 #include <array>
 #include <cstdint>
 
 // The sequencer's tracks: 0 to 16 trigger the instruments in instrument order,
-// 17 (AC) marks a whole step as accented. The codes are also the XML tags of
-// the tracks in pattern files.
+// 17 (AC) marks a whole step as accented. The short codes are also the XML tags
+// of the tracks in pattern files.
 namespace Tracks
 {
-constexpr int count = 18;
-constexpr int accent = 17;
-constexpr std::array<const char*, count> codes{"BD", "SD", "LC", "MC", "HC", "LT", "MT", "HT", "CL",
-                                               "RS", "MA", "CP", "CB", "LG", "CY", "OH", "CH", "AC"};
+constexpr int count = trackCount;
+constexpr int accent = accentTrack;
 
 // The track of a code such as "SD", or -1.
-int indexOf(const juce::String& code);
+inline int indexOf(const juce::String& code)
+{
+    return indexOfShortCode(code.toStdString());
+}
 } // namespace Tracks
 
 // One step: two bytes, each 0 or 1. Its value is (accent ? 2 : 0) | (on ? 1 : 0):

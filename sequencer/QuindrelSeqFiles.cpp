@@ -55,7 +55,7 @@ void writeTracks(juce::XmlElement& xml, const Pattern& pattern)
 {
     for (int track = 0; track < Tracks::count; ++track)
     {
-        auto* child = xml.createNewChildElement(Tracks::codes[(size_t)track]);
+        auto* child = xml.createNewChildElement(shortCodes[track]);
         const auto text = pattern.getTrackString(track);
         if (text.isNotEmpty())
             child->addTextElement(text);

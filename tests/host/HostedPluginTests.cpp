@@ -1,22 +1,12 @@
 // Loads the built plug-in the way a real host does, through JUCE's own VST3
 // and LV2 hosting, and plays it.
 
-#include <gtest/gtest.h>
+#include "support/JuceEnvironment.h"
+
 #include <juce_audio_processors/juce_audio_processors.h>
-#include <juce_events/juce_events.h>
 
 namespace
 {
-class JuceEnvironment : public ::testing::Environment
-{
-public:
-    void SetUp() override { juce = std::make_unique<juce::ScopedJuceInitialiser_GUI>(); }
-    void TearDown() override { juce.reset(); }
-
-private:
-    std::unique_ptr<juce::ScopedJuceInitialiser_GUI> juce;
-};
-
 class PlayingHead : public juce::AudioPlayHead
 {
 public:

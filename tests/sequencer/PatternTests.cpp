@@ -129,6 +129,6 @@ TEST(SequencerPattern, StepNotationRoundTrip)
     EXPECT_EQ(read.getTrackString(2), "O..o............") << "anything else reads as off";
 
     for (int t = 0; t < Tracks::count; ++t)
-        EXPECT_EQ(Tracks::indexOf(Tracks::codes[(size_t)t]), t);
+        EXPECT_EQ(Tracks::indexOf(shortCodes[t]), t);
     EXPECT_TRUE(Tracks::indexOf("SD") == 1 && Tracks::indexOf("CH") == 16 && Tracks::indexOf("AC") == 17 && Tracks::indexOf("bd") == -1);
 }

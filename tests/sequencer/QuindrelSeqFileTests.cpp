@@ -161,7 +161,7 @@ TEST(SequencerPatternFiles, NativePatternReaderAndBothWriters)
     hostPattern.setTrackString(17, "o.o");
     juce::String expected = R"(<Pattern application="Quindrel" name="Groove" type="hostPattern" length="2" scale="4" shuffle="0.148724" tempo="116.0">)";
     for (int track = 0; track < 17; ++track)
-        expected << "<" << Tracks::codes[(size_t)track] << ">..</" << Tracks::codes[(size_t)track] << ">";
+        expected << "<" << shortCodes[track] << ">..</" << shortCodes[track] << ">";
     expected << "<AC>O.</AC></Pattern>";
     EXPECT_EQ(oneLine(*seq.writePattern(0, host)), expected);
 }
