@@ -1,10 +1,10 @@
 """The native bank: twelve basic patterns (A, and a busier or contrasting B for a chorus) and
 four intro / fill-in patterns.
 
-A fill-in replaces one whole pass of the basic pattern, so every fill here lasts one 4/4 bar:
+A fill-in replaces one whole pass of the basic pattern, so the fills last whole 4/4 bars:
 sixteen sixteenths, twelve triplet eighths, or half a bar of groove followed by a half-bar
-thirty-second roll (a part at scale 8). Fills keep a middle tempo because under internal sync
-a fill plays at its own tempo.
+thirty-second roll (a part at scale 8); only the long intro takes two bars. Fills keep a middle
+tempo because under internal sync a fill plays at its own tempo.
 """
 
 from banklib import NativePattern, Part, Variation
