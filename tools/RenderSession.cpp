@@ -32,6 +32,32 @@ private:
     const double tempo, sampleRate;
 };
 
+constexpr int pressStepEvent = 3030;
+
+// A bank goes to the store its type names; one without a type to the store of
+// the mode the plug-in is in.
+void loadPatternBank(Quindrel& plugin, const juce::File& file)
+{
+    const auto xml = juce::parseXML(file);
+    auto* sequencer = plugin.getSequencer();
+
+    int type = plugin.hostMode ? DrumMachineSeq::hostType : DrumMachineSeq::nativeType;
+    if (xml != nullptr)
+    {
+        const auto declared = xml->getStringAttribute("type");
+        if (declared == "hostPattern" || xml->hasTagName("QuindrelHostPatternBank") || xml->hasTagName("QuindrelSimplePatternBank"))
+            type = DrumMachineSeq::hostType;
+        else if (declared == "nativePattern" || xml->hasTagName("QuindrelNativePatternBank") || xml->hasTagName("QuindrelExtendedPatternBank"))
+            type = DrumMachineSeq::nativeType;
+    }
+
+    if (xml == nullptr || !sequencer->isBankElement(*xml, type))
+        throw BadInput(("not a pattern bank: " + file.getFullPathName()).toStdString());
+
+    sequencer->readBank(*xml, type);
+    plugin.updatePatternDisplays();
+}
+
 juce::int64 toSample(double seconds, double sampleRate)
 {
     return (juce::int64) std::floor(seconds * sampleRate + 0.5);
@@ -84,6 +110,17 @@ RenderSession::Result RenderSession::run()
     const bool patternOption = options.nativePattern.has_value() || options.hostPatternKey.has_value() || !options.patternBanks.isEmpty();
     const bool sequencerOn = options.sequencer.value_or(!(options.midiIn != juce::File() && !patternOption));
     plugin->setInternalSequencer(sequencerOn);
+
+    for (const auto& bank : options.patternBanks)
+        loadPatternBank(*plugin, bank);
+
+    // A step button in native play mode chooses the pattern, as on the panel.
+    if (options.nativePattern.has_value())
+    {
+        plugin->setHostMode(false);
+        plugin->setWriteMode(false);
+        plugin->handleEvent(pressStepEvent + *options.nativePattern - 1);
+    }
 
     auto events = input;
     if (options.hostPatternKey.has_value())

@@ -99,3 +99,51 @@ TEST(ToolsRender, MidiGrooveThroughThePlugin)
 
     folder.deleteRecursively();
 }
+
+TEST(ToolsRender, PatternOptionsChooseWhatPlays)
+{
+    const auto folder = juce::File::createTempFile("render-patterns");
+    folder.createDirectory();
+
+    // Each native pattern and host pattern generates its own notes.
+    auto notesOf = [&](const juce::StringArray& options)
+    {
+        const auto events = folder.getChildFile("events.tsv");
+        auto arguments = options;
+        arguments.addArray({ "--seconds", "2", "--events-out", events.getFullPathName(), "-o", folder.getChildFile("out.wav").getFullPathName() });
+        const auto run = render(arguments);
+        EXPECT_EQ(run.exitCode, 0) << run.output;
+        return events.loadFileAsString();
+    };
+
+    const auto first = notesOf({ "--native-pattern", "1" });
+    const auto third = notesOf({ "--native-pattern", "3" });
+    const auto host = notesOf({ "--host-pattern", "24" });
+    EXPECT_TRUE(first.startsWith("0\t144\t")) << "the first step sounds at sample 0 on channel 1";
+    EXPECT_NE(first, third);
+    EXPECT_NE(first, host);
+    EXPECT_TRUE(host.startsWith("0\t144\t"));
+
+    // A bank of one's own replaces the factory store its type names.
+    const auto bank = folder.getChildFile("mine.qdptrbN");
+    bank.replaceWithText("<PatternBank type=\"nativePattern\"><Pattern application=\"Quindrel\" name=\"Four\" type=\"nativePattern\">"
+                         "<VariationA shuffle=\"0\" tempo=\"120\"><Part1 length=\"4\" scale=\"4\"><CB>o...</CB></Part1>"
+                         "<Part2 length=\"0\" scale=\"4\"/></VariationA></Pattern></PatternBank>");
+    const auto mine = notesOf({ "--patterns", bank.getFullPathName(), "--native-pattern", "1" });
+    juce::StringArray lines;
+    lines.addLines(mine.trim());
+    ASSERT_FALSE(lines.isEmpty());
+    for (const auto& line : lines)
+    {
+        if (line.contains("\t144\t"))
+            EXPECT_EQ(line.fromFirstOccurrenceOf("\t144\t", false, false).upToFirstOccurrenceOf("\t", false, false), "56") << "only the cow bell plays";
+    }
+    EXPECT_EQ(lines.size(), 4 + 3) << "a cow bell on each of four beats, each but the first after its note-off";
+
+    const auto notABank = folder.getChildFile("nothing.qdptrbH");
+    notABank.replaceWithText("<Nothing/>");
+    EXPECT_EQ(render({ "--patterns", notABank.getFullPathName(), "-o", folder.getChildFile("x.wav").getFullPathName() }).exitCode, 2);
+    EXPECT_FALSE(folder.getChildFile("x.wav").exists());
+
+    folder.deleteRecursively();
+}
