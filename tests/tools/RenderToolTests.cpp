@@ -136,7 +136,9 @@ TEST(ToolsRender, PatternOptionsChooseWhatPlays)
     for (const auto& line : lines)
     {
         if (line.contains("\t144\t"))
+        {
             EXPECT_EQ(line.fromFirstOccurrenceOf("\t144\t", false, false).upToFirstOccurrenceOf("\t", false, false), "56") << "only the cow bell plays";
+        }
     }
     EXPECT_EQ(lines.size(), 4 + 3) << "a cow bell on each of four beats, each but the first after its note-off";
 
