@@ -24,18 +24,18 @@ QuindrelCore::QuindrelCore(DrumMachine* ownerToUse)
     : DrumMachineCore(ownerToUse)
     , bassDrum(std::make_unique<QuindrelBassDrum>())
     , snareDrum(std::make_unique<QuindrelSnareDrum>())
-    , lowConga(std::make_unique<QuindrelSilentInstrument>())
-    , midConga(std::make_unique<QuindrelSilentInstrument>())
-    , hiConga(std::make_unique<QuindrelSilentInstrument>())
-    , lowTom(std::make_unique<QuindrelSilentInstrument>())
-    , midTom(std::make_unique<QuindrelSilentInstrument>())
-    , hiTom(std::make_unique<QuindrelSilentInstrument>())
+    , lowConga(std::make_unique<QuindrelLowConga>())
+    , midConga(std::make_unique<QuindrelMidConga>())
+    , hiConga(std::make_unique<QuindrelHiConga>())
+    , lowTom(std::make_unique<QuindrelLowTom>())
+    , midTom(std::make_unique<QuindrelMidTom>())
+    , hiTom(std::make_unique<QuindrelHiTom>())
     , claves(std::make_unique<QuindrelClaves>())
     , rimShot(std::make_unique<QuindrelRimShot>())
     , maracas(std::make_unique<QuindrelSilentInstrument>())
     , handClap(std::make_unique<QuindrelSilentInstrument>())
     , cowBell(std::make_unique<QuindrelSilentInstrument>())
-    , laserGun(std::make_unique<QuindrelSilentInstrument>())
+    , laserGun(std::make_unique<QuindrelLaserGun>())
     , cymbal(std::make_unique<QuindrelSilentInstrument>())
     , openHiHat(std::make_unique<QuindrelSilentInstrument>())
     , closedHiHat(std::make_unique<QuindrelSilentInstrument>())
@@ -112,6 +112,51 @@ void QuindrelCore::setParameter(int index, float value)
         case 23:
             snareDrum->setSnappy(x);
             break;
+        case 24:
+            lowConga->setTuning(x);
+            break;
+        case 25:
+            lowConga->setDecay(x);
+            break;
+        case 26:
+            midConga->setTuning(x);
+            break;
+        case 27:
+            midConga->setDecay(x);
+            break;
+        case 28:
+            hiConga->setTuning(x);
+            break;
+        case 29:
+            hiConga->setDecay(x);
+            break;
+        case 30:
+            lowTom->setTuning(x);
+            break;
+        case 31:
+            lowTom->setDecay(x);
+            break;
+        case 32:
+            lowTom->setSnappy(x);
+            break;
+        case 33:
+            midTom->setTuning(x);
+            break;
+        case 34:
+            midTom->setDecay(x);
+            break;
+        case 35:
+            midTom->setSnappy(x);
+            break;
+        case 36:
+            hiTom->setTuning(x);
+            break;
+        case 37:
+            hiTom->setDecay(x);
+            break;
+        case 38:
+            hiTom->setSnappy(x);
+            break;
         case 39:
             claves->setTuning(x);
             break;
@@ -123,6 +168,15 @@ void QuindrelCore::setParameter(int index, float value)
             break;
         case 42:
             rimShot->setDecay(x);
+            break;
+        case 48:
+            laserGun->setDepth(x);
+            break;
+        case 49:
+            laserGun->setDecay(x);
+            break;
+        case 50:
+            laserGun->setSweep(x);
             break;
         case 57:
         {

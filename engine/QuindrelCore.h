@@ -3,8 +3,11 @@
 #include "engine/DrumMachineCore.h"
 #include "engine/QuindrelBassDrum.h"
 #include "engine/QuindrelClaves.h"
+#include "engine/QuindrelConga.h"
+#include "engine/QuindrelLaserGun.h"
 #include "engine/QuindrelRimShot.h"
 #include "engine/QuindrelSnareDrum.h"
+#include "engine/QuindrelTom.h"
 #include "engine/SignalBlocks.h"
 
 #include <array>
@@ -37,11 +40,16 @@ private:
     // destructor; the slots of voices that make no sound yet hold silent ones.
     std::unique_ptr<QuindrelBassDrum> bassDrum;
     std::unique_ptr<QuindrelSnareDrum> snareDrum;
-    std::unique_ptr<QuindrelSilentInstrument> lowConga, midConga, hiConga;
-    std::unique_ptr<QuindrelSilentInstrument> lowTom, midTom, hiTom;
+    std::unique_ptr<QuindrelLowConga> lowConga;
+    std::unique_ptr<QuindrelMidConga> midConga;
+    std::unique_ptr<QuindrelHiConga> hiConga;
+    std::unique_ptr<QuindrelLowTom> lowTom;
+    std::unique_ptr<QuindrelMidTom> midTom;
+    std::unique_ptr<QuindrelHiTom> hiTom;
     std::unique_ptr<QuindrelClaves> claves;
     std::unique_ptr<QuindrelRimShot> rimShot;
-    std::unique_ptr<QuindrelSilentInstrument> maracas, handClap, cowBell, laserGun;
+    std::unique_ptr<QuindrelSilentInstrument> maracas, handClap, cowBell;
+    std::unique_ptr<QuindrelLaserGun> laserGun;
     std::unique_ptr<QuindrelSilentInstrument> cymbal, openHiHat, closedHiHat;
 
     // The same voices by engine index, for the frame loop.

@@ -1,5 +1,7 @@
-// Throughput of QuindrelCore::renderFrame as a multiple of real time, with no
-// voice sounding and with every sounding voice retriggered every 100 ms.
+// Throughput of QuindrelCore::renderFrame as a multiple of real time: with no
+// voice sounding, with the full kit retriggered every 100 ms, and with each
+// voice alone retriggered every 100 ms. Voices are addressed by engine index,
+// so every voice the engine holds is covered.
 
 #include "engine/QuindrelCore.h"
 
@@ -9,11 +11,15 @@
 
 namespace
 {
-constexpr int soundingVoices[] = {0, 1, 8, 9};
+constexpr int wholeKit = -1;
+constexpr int noVoice = -2;
 
-void renderFrames(benchmark::State& state, bool busy)
+// state.range(0) is the sample rate, state.range(1) the voice to retrigger
+// (an engine index, wholeKit or noVoice).
+void renderFrames(benchmark::State& state)
 {
     const auto sampleRate = (float)state.range(0);
+    const auto voice = (int)state.range(1);
     QuindrelCore core;
     core.setSampleRate(sampleRate);
     for (int id = 0; id <= 58; ++id)
@@ -24,9 +30,12 @@ void renderFrames(benchmark::State& state, bool busy)
     long position = 0;
     for (auto _ : state)
     {
-        if (busy && position % retriggerPeriod == 0)
-            for (int voice : soundingVoices)
-                core.trigger(voice, 1.0f);
+        if (voice != noVoice && position % retriggerPeriod == 0)
+        {
+            for (int i = 0; i < DrumMachineCore::numInstruments; ++i)
+                if (voice == wholeKit || voice == i)
+                    core.trigger(i, 1.0f);
+        }
         core.renderFrame(frame.data());
         benchmark::DoNotOptimize(frame.data());
         ++position;
@@ -36,16 +45,37 @@ void renderFrames(benchmark::State& state, bool busy)
     state.counters["xRealTime"] = benchmark::Counter((double)state.iterations() / sampleRate, benchmark::Counter::kIsRate);
 }
 
-void BM_RenderFrameIdle(benchmark::State& state)
+constexpr long rates[] = {44100, 96000, 192000};
+
+void idleAndKit(benchmark::internal::Benchmark* b)
 {
-    renderFrames(state, false);
+    b->ArgNames({"rate", "voice"});
+    for (long rate : rates)
+    {
+        b->Args({rate, noVoice});
+        b->Args({rate, wholeKit});
+    }
 }
 
-void BM_RenderFrameBusy(benchmark::State& state)
+void eachVoice(benchmark::internal::Benchmark* b)
 {
-    renderFrames(state, true);
+    b->ArgNames({"rate", "voice"});
+    for (long rate : rates)
+        for (int voice = 0; voice < DrumMachineCore::numInstruments; ++voice)
+            b->Args({rate, voice});
+}
+
+void BM_RenderFrame(benchmark::State& state)
+{
+    renderFrames(state);
+}
+
+void BM_RenderFrameOneVoice(benchmark::State& state)
+{
+    renderFrames(state);
 }
 } // namespace
 
-BENCHMARK(BM_RenderFrameIdle)->Arg(44100)->Arg(192000);
-BENCHMARK(BM_RenderFrameBusy)->Arg(44100)->Arg(192000);
+// voice -2: idle, -1: the whole kit.
+BENCHMARK(BM_RenderFrame)->Apply(idleAndKit);
+BENCHMARK(BM_RenderFrameOneVoice)->Apply(eachVoice);

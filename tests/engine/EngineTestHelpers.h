@@ -11,12 +11,33 @@ namespace enginetest
 {
 constexpr int bassDrum = 0;
 constexpr int snareDrum = 1;
+constexpr int lowConga = 2;
+constexpr int midConga = 3;
+constexpr int hiConga = 4;
+constexpr int lowTom = 5;
+constexpr int midTom = 6;
+constexpr int hiTom = 7;
 constexpr int claves = 8;
 constexpr int rimShot = 9;
-constexpr int soundingVoices[] = {bassDrum, snareDrum, claves, rimShot};
+constexpr int laserGun = 13;
 constexpr float knownRates[] = {44100.0f, 48000.0f, 88200.0f, 96000.0f, 192000.0f};
 
 using Frame = std::array<double, DrumMachineCore::numInstruments>;
+
+// The engine indices whose slot holds a real voice rather than a silent placeholder.
+inline const std::vector<int>& soundingVoices()
+{
+    static const std::vector<int> voices = []
+    {
+        QuindrelCore core;
+        std::vector<int> found;
+        for (int i = 0; i < DrumMachineCore::numInstruments; ++i)
+            if (dynamic_cast<const QuindrelSilentInstrument*>(&core.getInstrument(i)) == nullptr)
+                found.push_back(i);
+        return found;
+    }();
+    return voices;
+}
 
 // Renders frames and keeps the output of one voice.
 inline std::vector<double> renderVoice(DrumMachineCore& core, int voice, int frames)

@@ -61,7 +61,15 @@ TEST(EngineGolden, EachVoiceSoundsAsStored)
     checkAgainstGolden(enginetest::bassDrum, 44100.0f, "bass-drum-44100");
     checkAgainstGolden(enginetest::snareDrum, 44100.0f, "snare-drum-44100");
     checkAgainstGolden(enginetest::snareDrum, 96000.0f, "snare-drum-96000");
+    checkAgainstGolden(enginetest::lowConga, 44100.0f, "low-conga-44100");
+    checkAgainstGolden(enginetest::midConga, 44100.0f, "mid-conga-44100");
+    checkAgainstGolden(enginetest::hiConga, 96000.0f, "hi-conga-96000");
+    checkAgainstGolden(enginetest::lowTom, 44100.0f, "low-tom-44100");
+    checkAgainstGolden(enginetest::midTom, 96000.0f, "mid-tom-96000");
+    checkAgainstGolden(enginetest::hiTom, 44100.0f, "hi-tom-44100");
     checkAgainstGolden(enginetest::claves, 44100.0f, "claves-44100");
     checkAgainstGolden(enginetest::rimShot, 44100.0f, "rim-shot-44100");
     checkAgainstGolden(enginetest::rimShot, 96000.0f, "rim-shot-96000");
+    checkAgainstGolden(enginetest::laserGun, 44100.0f, "laser-gun-44100");
+    checkAgainstGolden(enginetest::laserGun, 96000.0f, "laser-gun-96000");
 }

@@ -3,6 +3,7 @@
 
 #include <gtest/gtest.h>
 
+#include <algorithm>
 #include <cmath>
 #include <vector>
 
@@ -15,11 +16,12 @@ namespace
 // All seventeen outputs of a groove that fires the sounding voices in turn.
 std::vector<Frame> renderGroove(QuindrelCore& core, int frames)
 {
+    const auto& voices = enginetest::soundingVoices();
     std::vector<Frame> out((size_t)frames);
     for (int i = 0; i < frames; ++i)
     {
-        if (i % 4000 == 0)
-            core.trigger(enginetest::soundingVoices[(i / 4000) % 4], 0.3779527559055118f + 0.377f);
+        if (i % 1000 == 0)
+            core.trigger(voices[(size_t)(i / 1000) % voices.size()], 0.3779527559055118f + 0.377f);
         core.renderFrame(out[(size_t)i].data());
     }
     return out;
@@ -81,31 +83,34 @@ TEST(EngineCore, EveryRateRendersFiniteSoundWithItsIndex)
             for (const auto& frame : out)
                 voice.push_back(frame[(size_t)v]);
             const double peak = enginetest::peakOf(voice);
-            const bool sounding = v == 0 || v == 1 || v == 8 || v == 9;
-            EXPECT_TRUE(sounding ? peak > 0.05 && std::isfinite(peak) : peak == 0.0) << "voice " << v << " at " << rate << ": " << peak;
+            const auto& all = enginetest::soundingVoices();
+            const bool sounding = std::find(all.begin(), all.end(), v) != all.end();
+            EXPECT_TRUE(sounding ? peak > 0.01 && std::isfinite(peak) : peak == 0.0) << "voice " << v << " at " << rate << ": " << peak;
         }
     }
 }
 
-// Each level row reaches its own voice only, and the law is square: level 0.5
-// gives a quarter of the sound of level 1. Each knob row changes its own voice only.
+// Each level row reaches its own voice only, and the law is square (linear for
+// the two hi hats): level 0.5 gives a quarter of the sound of level 1. Each knob
+// row changes its own voice only.
 TEST(EngineCore, LevelAndKnobRowsReachTheirVoice)
 {
-    for (int voice : enginetest::soundingVoices)
+    for (int voice : enginetest::soundingVoices())
     {
+        const double ratio = voice == 15 || voice == 16 ? 0.5 : 0.25;
         auto full = makeEngine(44100.0f, 1.0f);
         auto half = makeEngine(44100.0f, 1.0f);
         half->setParameter(voice, 0.5f);
         const auto a = renderGroove(*full, 20000);
         const auto b = renderGroove(*half, 20000);
         for (size_t i = 10000; i < a.size(); ++i) // the level has settled
-            ASSERT_NEAR(b[i][(size_t)voice], 0.25 * a[i][(size_t)voice], 1e-6) << "voice " << voice << ", frame " << i;
+            ASSERT_NEAR(b[i][(size_t)voice], ratio * a[i][(size_t)voice], 1e-6) << "voice " << voice << ", frame " << i;
         const auto difference = largestDifference(a, b);
         for (int v = 0; v < voices; ++v)
             EXPECT_TRUE(v == voice || difference[(size_t)v] == 0.0) << "level " << voice << " changed voice " << v;
     }
 
-    const std::pair<int, int> knobs[] = {{18, 0}, {19, 0}, {20, 0}, {21, 1}, {22, 1}, {23, 1}, {39, 8}, {40, 8}, {41, 9}, {42, 9}};
+    const std::pair<int, int> knobs[] = {{18, 0}, {19, 0}, {20, 0}, {21, 1}, {22, 1}, {23, 1}, {24, 2}, {25, 2}, {26, 3}, {27, 3}, {28, 4}, {29, 4}, {30, 5}, {31, 5}, {32, 5}, {33, 6}, {34, 6}, {35, 6}, {36, 7}, {37, 7}, {38, 7}, {39, 8}, {40, 8}, {41, 9}, {42, 9}, {48, 13}, {49, 13}, {50, 13}};
     for (const auto& [id, voice] : knobs)
     {
         auto low = makeEngine();
@@ -124,9 +129,9 @@ TEST(EngineCore, MainVolumeZeroSilencesWhileVoicesRunOn)
     core->setParameter(58, 0.0f);
     enginetest::renderVoice(*core, 0, 20000);
 
-    for (int voice : enginetest::soundingVoices)
+    for (int voice : enginetest::soundingVoices())
         core->trigger(voice, 1.0f);
-    for (int voice : enginetest::soundingVoices)
+    for (int voice : enginetest::soundingVoices())
         EXPECT_LT(enginetest::peakOf(enginetest::renderVoice(*core, voice, 1000)), 1e-12) << voice;
     EXPECT_TRUE(core->getInstrument(enginetest::bassDrum).isActive());
 
