@@ -1,0 +1,291 @@
+#include "parameters/MidiControl.h"
+#include "parameters/OldParameterNames.h"
+#include "plugin/Resources.h"
+#include "support/AllocationCounter.h"
+
+#include <gtest/gtest.h>
+
+namespace
+{
+juce::MidiMessage cc(int controller, int value) { return juce::MidiMessage::controllerEvent(1, controller, value); }
+
+void pump() { juce::MessageManager::getInstance()->runDispatchLoopUntil(20); }
+
+// The real table, so that names, ranges and the automatable flag are the plug-in's.
+struct MidiControlTest : ::testing::Test
+{
+    MidiControlTest()
+    {
+        manager.loadFromXml(Resources::loadResourceText("parameters.xml"));
+        control.setApplicationName("Quindrel");
+    }
+
+    Parameter* param(const juce::String& name)
+    {
+        auto* p = manager.getParameter(name);
+        EXPECT_NE(p, nullptr) << name;
+        return p;
+    }
+
+    juce::String mapText() { return control.createMapXml()->toString(); }
+
+    ParameterManager manager;
+    MidiControl control{manager};
+};
+
+struct Recorder : MidiControl::Listener
+{
+    void midiMapChanged(MidiControl&) override { calls.add("map"); }
+    void midiLearnChanged(MidiControl&) override { calls.add("learn"); }
+    void midiControllerMoved(MidiControl&, Parameter* p) override { calls.add("moved " + p->getName()); }
+    juce::StringArray calls;
+};
+
+struct SyncCounter : Parameter::Listener
+{
+    void parameterChanged(Parameter&) override { ++calls; }
+    int calls = 0;
+};
+
+using ParametersMidiControlMap = MidiControlTest;
+using ParametersMidiControlController = MidiControlTest;
+using ParametersMidiControlLearn = MidiControlTest;
+using ParametersMidiControlFiles = MidiControlTest;
+using ParametersMidiControlListeners = MidiControlTest;
+} // namespace
+
+TEST_F(ParametersMidiControlMap, OneControllerPerParameter)
+{
+    auto* level = param("Bass Drum Level");
+    auto* tone = param("Bass Drum Tone");
+
+    control.assign(20, level, false);
+    control.assign(7, level, false);
+    EXPECT_EQ(control.getAssignment(20), nullptr) << "a second controller takes the parameter from the first";
+    EXPECT_EQ(control.getControllerOf(level), 7);
+    EXPECT_EQ(control.getAssignmentCount(), 1);
+
+    control.assign(3, tone, false);
+    control.assign(7, tone, false);
+    EXPECT_EQ(control.getAssignment(7), tone);
+    EXPECT_EQ(control.getControllerOf(level), -1) << "a controller given another parameter drops the first";
+    EXPECT_EQ(control.getAssignmentCount(), 2) << "the accepted display quirk: one too high";
+
+    control.assign(9, level, false);
+    control.assign(100, param("Main Volume"), false);
+    std::vector<int> order;
+    for (int c : control.getAssignedControllers())
+        order.push_back(c);
+    EXPECT_EQ(order, (std::vector<int>{7, 9, 100}));
+
+    control.removeAssignment(50);
+    control.removeAssignment(9);
+    control.assign(200, level, false);
+    EXPECT_EQ(control.getControllerOf(level), -1) << "controller 200 does not exist";
+    EXPECT_EQ(control.getControllerOf(nullptr), -1) << "an empty entry is not a parameter's controller";
+
+    control.clear(false);
+    EXPECT_EQ(control.getAssignmentCount(), 0);
+}
+
+TEST_F(ParametersMidiControlController, SetsTheAssignedParameterOnly)
+{
+    auto* level = param("Snare Drum Level");
+    auto* mute = param("Snare Drum Mute");
+    SyncCounter counter;
+    level->addListener(&counter);
+    control.assign(1, level, false);
+    control.assign(2, mute, false);
+
+    control.handleController(cc(1, 127));
+    EXPECT_EQ(level->getNormalised(), 1.0);
+    EXPECT_EQ(counter.calls, 1) << "the parameter's own listeners run on the caller's thread";
+    EXPECT_EQ(control.getMovedParameter(), level);
+    control.handleController(cc(1, 0));
+    EXPECT_EQ(level->getNormalised(), 0.0);
+    control.handleController(cc(1, 64));
+    EXPECT_NEAR(level->getNormalised(), 64.0 / 127.0, 1e-6) << "taken as it is, no pick-up";
+
+    control.handleController(cc(2, 64));
+    EXPECT_TRUE(mute->getBool());
+    EXPECT_EQ(control.getMovedParameter(), mute);
+
+    const auto before = level->getNormalised();
+    control.handleController(cc(3, 10));
+    control.handleController(juce::MidiMessage::noteOn(1, 1, (juce::uint8)10));
+    EXPECT_EQ(level->getNormalised(), before) << "unassigned controllers and other messages do nothing";
+    level->removeListener(&counter);
+}
+
+TEST_F(ParametersMidiControlController, AllocatesNothing)
+{
+    control.assign(5, param("Hi Tom Decay"), false);
+    // Counts operator new only: JUCE's message queue, which the async updates
+    // post to, grows by realloc and is not in view here.
+    control.handleController(cc(5, 1));
+    auto* tone = param("Cymbal Tone");
+
+    ScopedAllocationCounter counter;
+    for (int v = 0; v < 128; ++v)
+        control.handleController(cc(5, v));
+    control.setLearnMode(true);
+    control.setLearnParameter(tone);
+    control.handleController(cc(6, 3)); // learns, assigns and drives
+    EXPECT_EQ(counter.count(), 0);
+    EXPECT_EQ(control.getControllerOf(tone), 6);
+    pump();
+}
+
+TEST_F(ParametersMidiControlLearn, EitherOrderAndTakenControllers)
+{
+    auto* tone = param("Maracas Tone");
+    auto* decay = param("Cymbal Decay");
+    auto* level = param("Cow Bell Level");
+    control.assign(30, level, false);
+
+    // Parameter first, then a free controller.
+    control.setLearnMode(true);
+    control.setLearnParameter(tone);
+    EXPECT_EQ(control.getLearnController(), -1);
+    control.handleController(cc(40, 127));
+    EXPECT_EQ(control.getAssignment(40), tone);
+    EXPECT_EQ(tone->getNormalised(), 1.0) << "the new controller drives it at once";
+
+    // Controller first, then a parameter; the parameter leaves its old controller.
+    control.handleController(cc(41, 0));
+    EXPECT_EQ(control.getLearnParameter(), nullptr) << "controller 41 is free";
+    control.setLearnParameter(tone);
+    EXPECT_EQ(control.getAssignment(41), tone);
+    EXPECT_EQ(control.getAssignment(40), nullptr);
+
+    // A taken controller selects its parameter and keeps it.
+    control.handleController(cc(30, 5));
+    EXPECT_EQ(control.getLearnParameter(), level);
+    control.setLearnParameter(decay);
+    EXPECT_EQ(control.getLearnController(), -1) << "a free parameter waits for a free controller";
+    control.handleController(cc(30, 6));
+    EXPECT_EQ(control.getAssignment(30), level) << "a parameter picked first does not take a taken controller";
+
+    // An assigned parameter brings its controller; a row of the map selects both.
+    control.setLearnParameter(tone);
+    EXPECT_EQ(control.getLearnController(), 41);
+    control.selectAssignment(30);
+    EXPECT_EQ(control.getLearnParameter(), level);
+    EXPECT_EQ(control.getLearnController(), 30);
+    control.removeAssignment(30);
+    EXPECT_EQ(control.getLearnParameter(), nullptr) << "removing in learn mode forgets both picks";
+    EXPECT_EQ(control.getLearnController(), -1);
+
+    control.setLearnController(12);
+    control.setLearnMode(false);
+    EXPECT_EQ(control.getLearnController(), -1) << "leaving learn mode forgets the picks";
+    control.handleController(cc(13, 0));
+    EXPECT_EQ(control.getLearnController(), -1) << "no learning outside learn mode";
+    pump();
+}
+
+TEST_F(ParametersMidiControlFiles, LoadsOnlyAutomatableRowsOfItsOwnMaps)
+{
+    const auto map = juce::parseXML(R"(<MidiControlMap name="Quindrel">
+        <assign CC="1" param="Bass Drum Level"/>
+        <assign CC="2" param="Bass Drum Output Number"/>
+        <assign CC="3" param="Internal Sequencer State"/>
+        <assign CC="128" param="Bass Drum Tone"/>
+        <assign CC="4" param="No Such Knob"/>
+        <assign param="Accent Rand Threshold"/>
+        <other CC="5" param="Claves Decay"/></MidiControlMap>)");
+    control.assign(60, param("Claves Tunning"), false);
+    control.setLearnMode(true);
+    control.loadMap(*map);
+    EXPECT_FALSE(control.isLearnMode());
+    EXPECT_EQ(mapText(), R"(<?xml version="1.0" encoding="UTF-8"?>)"
+                         "\r\n\r\n<MidiControlMap name=\"Quindrel\">\r\n"
+                         "  <assign CC=\"0\" param=\"Accent Rand Threshold\"/>\r\n"
+                         "  <assign CC=\"1\" param=\"Bass Drum Level\"/>\r\n</MidiControlMap>\r\n");
+    EXPECT_EQ(control.getAssignmentCount(), 2);
+
+    EXPECT_TRUE(control.canLoadMap(*juce::parseXML(R"(<MidiCCMap application="Quindrel"/>)")));
+    EXPECT_FALSE(control.canLoadMap(*juce::parseXML(R"(<MidiControlMap name="Other"/>)")));
+    control.loadMap(*juce::parseXML(R"(<MidiControlMap name="Other"><assign CC="9" param="Bass Drum Level"/></MidiControlMap>)"));
+    EXPECT_EQ(control.getAssignmentCount(), 0) << "loadMap empties the map even when it can read nothing";
+}
+
+TEST_F(ParametersMidiControlFiles, OlderMapsTranslateShortNames)
+{
+    const OldParameterNames old;
+    const auto translate = [&old](const juce::String& n)
+    { return old.getParameterName(n); };
+    const auto older = juce::parseXML(R"(<MidiCCMap>
+        <assign CC="10" param="BD Level"/><assign CC="11" param="HH Filters Freq"/>
+        <assign CC="12" param="Main Volume"/><assign CC="13" param="Bass Drum Tone"/></MidiCCMap>)");
+
+    ASSERT_TRUE(MidiControl::isOlderMapXml(*older));
+    control.loadOlderMap(*older, translate);
+    EXPECT_EQ(control.getAssignment(10), param("Bass Drum Level"));
+    EXPECT_EQ(control.getAssignment(11), param("Hi Hat Filters Freq"));
+    EXPECT_EQ(control.getAssignmentCount(), 2) << "an old volume and a today's name are dropped";
+
+    control.loadOlderMap(*juce::parseXML(R"(<MidiCCMap application="Quindrel"><assign CC="1" param="BD Level"/></MidiCCMap>)"), translate);
+    EXPECT_EQ(control.getAssignmentCount(), 0) << "a map with an application is not the older form";
+}
+
+TEST_F(ParametersMidiControlFiles, SaveLoadSaveIsByteIdentical)
+{
+    EXPECT_EQ(MidiControl::getMapExtension("QD"), ".qdccmap");
+    EXPECT_EQ(MidiControl::getLoadWildcard("QD", {".qcc"}), "*.qdccmap; *.qcc");
+
+    control.assign(74, param("Laser Gun Sweep"), false);
+    control.assign(0, param("Hand Clap Mute"), false);
+    control.assign(127, param("Low Conga Solo"), false);
+    juce::TemporaryFile first(".qdccmap"), second(".qdccmap");
+    ASSERT_TRUE(control.saveToFile(first.getFile()));
+    const auto saved = first.getFile().loadFileAsString();
+
+    MidiControl other(manager);
+    other.setApplicationName("Quindrel");
+    ASSERT_TRUE(other.loadFromFile(first.getFile()));
+    ASSERT_TRUE(other.saveToFile(second.getFile()));
+    EXPECT_TRUE(first.getFile().hasIdenticalContentTo(second.getFile())) << saved;
+    EXPECT_TRUE(saved.contains("encoding=\"UTF-8\""));
+
+    // A file that is no map of ours changes nothing.
+    second.getFile().replaceWithText("<PresetBank/>");
+    EXPECT_FALSE(other.loadFromFile(second.getFile()));
+    EXPECT_EQ(other.getAssignmentCount(), 3);
+
+    other.setDefaultMapFile(first.getFile().getFullPathName());
+    other.clear(false);
+    EXPECT_FALSE(other.loadDefaultMapIfAsked()) << "not asked for";
+    other.setLoadDefaultMap(true);
+    EXPECT_TRUE(other.loadDefaultMapIfAsked());
+    EXPECT_EQ(other.getAssignmentCount(), 3);
+}
+
+TEST_F(ParametersMidiControlListeners, CoalescedOnTheMessageThreadInOrder)
+{
+    Recorder recorder;
+    control.addListener(&recorder);
+    auto* decay = param("Rim Shot Decay");
+
+    control.setLearnMode(true);
+    EXPECT_EQ(recorder.calls, juce::StringArray("learn")) << "a change of learn mode is told at once";
+    recorder.calls.clear();
+
+    control.setLearnParameter(decay);
+    control.handleController(cc(21, 3)); // learn, map, moved
+    control.handleController(cc(21, 4));
+    control.assign(22, param("Rim Shot Tunning"), true);
+    EXPECT_TRUE(recorder.calls.isEmpty()) << "nothing before the message loop runs";
+    pump();
+    EXPECT_EQ(recorder.calls, juce::StringArray("map", "learn", "moved Rim Shot Decay"));
+
+    recorder.calls.clear();
+    control.assign(23, param("Rim Shot Level"), false);
+    control.removeAssignment(99);
+    pump();
+    EXPECT_TRUE(recorder.calls.isEmpty()) << "changes without notification stay quiet";
+
+    control.removeListener(&recorder);
+    control.setLearnMode(false);
+    EXPECT_TRUE(recorder.calls.isEmpty());
+}
