@@ -40,7 +40,7 @@ void MidiControl::handleController(const juce::MidiMessage& message)
         parameter->setNormalised((float)message.getControllerValue() * 0.007874016f, true);
         movedParameter = parameter;
         controllerMoved = true;
-        triggerAsyncUpdate();
+        triggerAsyncUpdateFromAnyThread();
     }
 }
 
@@ -77,7 +77,7 @@ void MidiControl::assign(int controller, Parameter* parameter, bool notify)
     if (notify)
     {
         mapChanged = true;
-        triggerAsyncUpdate();
+        triggerAsyncUpdateFromAnyThread();
     }
 }
 
@@ -91,7 +91,7 @@ void MidiControl::removeAssignment(int controller)
     assignments[(size_t)controller] = nullptr;
     --assignmentCount;
     mapChanged = true;
-    triggerAsyncUpdate();
+    triggerAsyncUpdateFromAnyThread();
 
     if (learnMode)
     {
@@ -110,7 +110,7 @@ void MidiControl::clear(bool notify)
     if (notify)
     {
         mapChanged = true;
-        triggerAsyncUpdate();
+        triggerAsyncUpdateFromAnyThread();
     }
 }
 
@@ -206,7 +206,7 @@ void MidiControl::checkLearn()
         assign(learnController, learnParameter, true);
 
     learnChanged = true;
-    triggerAsyncUpdate();
+    triggerAsyncUpdateFromAnyThread();
 }
 
 bool MidiControl::isLearnMode() const
@@ -317,7 +317,7 @@ void MidiControl::readRows(const juce::XmlElement& xml, bool accepted, const Nam
         assign(controller, parameter, false);
 
     mapChanged = true;
-    triggerAsyncUpdate();
+    triggerAsyncUpdateFromAnyThread();
 }
 
 std::unique_ptr<juce::XmlElement> MidiControl::createMapXml() const

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "parameters/ParameterManager.h"
+#include "parameters/RealtimeAsyncUpdater.h"
 
 #include <juce_audio_basics/juce_audio_basics.h>
 #include <juce_events/juce_events.h>
@@ -21,7 +22,7 @@
 // held only for short table work. Listeners are told on the message thread,
 // several changes in between giving one call; only a change of learn mode is
 // told at once, on the caller's thread.
-class MidiControl : public juce::AsyncUpdater
+class MidiControl : public RealtimeAsyncUpdater
 {
 public:
     class Listener

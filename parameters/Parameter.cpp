@@ -55,7 +55,7 @@ void Parameter::notifyChange()
 {
     callListeners(syncListeners, [this](Listener& l)
                   { l.parameterChanged(*this); });
-    triggerAsyncUpdate();
+    triggerAsyncUpdateFromAnyThread();
 }
 
 void Parameter::beginGesture()

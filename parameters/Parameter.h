@@ -1,5 +1,7 @@
 #pragma once
 
+#include "parameters/RealtimeAsyncUpdater.h"
+
 #include <juce_events/juce_events.h>
 
 #include <memory>
@@ -9,7 +11,7 @@
 // thread may read or set them. Synchronous listeners run on the setter's
 // thread; asynchronous ones run later on the message thread, one call for any
 // number of changes in between.
-class Parameter : public juce::AsyncUpdater
+class Parameter : public RealtimeAsyncUpdater
 {
 public:
     class Listener

@@ -42,7 +42,7 @@ void Clock::rewind(bool shouldRun)
     state = -1;
     running = shouldRun;
     startStopPending.exchange(1);
-    triggerAsyncUpdate();
+    triggerAsyncUpdateFromAnyThread();
 }
 
 int Clock::saturatedCount(double samples)

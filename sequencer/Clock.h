@@ -1,5 +1,7 @@
 #pragma once
 
+#include "parameters/RealtimeAsyncUpdater.h"
+
 #include <juce_events/juce_events.h>
 
 #include <atomic>
@@ -15,7 +17,7 @@
 // changes are flagged atomically and delivered, coalesced, to the listeners on
 // the message thread. Fields are public because block processing drives the
 // clocks directly (it marks them for an update when a tap arrives, for one).
-class Clock : public juce::AsyncUpdater
+class Clock : public RealtimeAsyncUpdater
 {
 public:
     // Observers served on the message thread. They must not read the clock's
@@ -117,7 +119,7 @@ protected:
             state = nextState;
             tickPending.exchange(1);
             tickedNow = true;
-            triggerAsyncUpdate();
+            triggerAsyncUpdateFromAnyThread();
             changed = true;
         }
         --samplesToChange;

@@ -1,0 +1,30 @@
+#pragma once
+
+#include <juce_events/juce_events.h>
+
+#include <atomic>
+
+// A juce::AsyncUpdater that the audio thread may trigger. JUCE's own trigger
+// posts to the message queue, which takes a lock, may grow the queue and
+// writes to a pipe; here a trigger from any thread but the message thread
+// only raises an atomic flag, and a timer on the message thread turns raised
+// flags into ordinary async updates a few milliseconds later. Several triggers
+// before then still give one call of handleAsyncUpdate.
+class RealtimeAsyncUpdater : public juce::AsyncUpdater
+{
+public:
+    RealtimeAsyncUpdater();
+    ~RealtimeAsyncUpdater() override;
+
+    // Any thread. No lock, no allocation, no system call off the message thread.
+    void triggerAsyncUpdateFromAnyThread() noexcept;
+
+private:
+    class Poller;
+    friend class Poller;
+
+    std::atomic<bool> pending { false };
+    juce::SharedResourcePointer<Poller> poller;
+
+    JUCE_DECLARE_NON_COPYABLE(RealtimeAsyncUpdater)
+};
