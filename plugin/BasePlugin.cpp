@@ -33,6 +33,7 @@ BasePlugin::BasePlugin(const BusesProperties& buses, const PluginPaths& paths)
     for (auto& flag : ignoreParameterEcho)
         flag = 0;
 
+    midiControl = std::make_unique<MidiControl>(parameterManager);
     parameterManager.loadFromXml(loadResourceText("parameters.xml"));
     events.loadFromText(loadResourceText("events.xml"));
 
@@ -49,10 +50,12 @@ BasePlugin::BasePlugin(const BusesProperties& buses, const PluginPaths& paths)
 BasePlugin::~BasePlugin()
 {
     cancelPendingUpdate();
+    midiControl.reset();
 }
 
 void BasePlugin::initialise()
 {
+    midiControl->setApplicationName(getPluginName());
     parameterManager.addListenerToAll(this);
     readUserSettingsFile();
     afterInitialise();

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "parameters/EventMap.h"
+#include "parameters/MidiControl.h"
 #include "parameters/ParameterManager.h"
 #include "plugin/SoftwareDesignation.h"
 
@@ -118,6 +119,7 @@ public:
     ParameterManager& getParameterManager() { return parameterManager; }
     const ParameterManager& getParameterManager() const { return parameterManager; }
     EventMap& getEvents() { return events; }
+    MidiControl& getMidiControl() { return *midiControl; }
 
     const juce::File& getPluginFile() const { return pluginFile; }
     const juce::File& getPluginDirectory() const { return pluginDirectory; }
@@ -146,6 +148,7 @@ protected:
     juce::File pluginFile, pluginDirectory, settingsFile;
     bool writeSettings = true;
     ParameterManager parameterManager;
+    std::unique_ptr<MidiControl> midiControl;
     EventMap events;
 
 private:

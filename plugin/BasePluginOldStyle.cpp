@@ -15,8 +15,10 @@ void BasePluginOldStyle::initialise()
     if (!lastDirectory.isDirectory())
         lastDirectory = juce::File::getSpecialLocation(juce::File::userDocumentsDirectory);
 
+    midiControl->setApplicationName(getPluginName());
     parameterManager.addListenerToAll(this);
     readUserSettingsFile();
+    midiControl->loadDefaultMapIfAsked();
     afterInitialise();
 }
 
@@ -57,11 +59,34 @@ std::unique_ptr<juce::XmlElement> BasePluginOldStyle::createUserSettings()
     return xml;
 }
 
-void BasePluginOldStyle::loadResourcesSettings(const juce::XmlElement&)
+void BasePluginOldStyle::loadResourcesSettings(const juce::XmlElement& xml)
 {
+    if (!xml.hasTagName("ResourcesSettings"))
+        return;
+
+    if (auto* map = xml.getChildByName("MidiCCMap"))
+    {
+        const auto word = map->getStringAttribute("default");
+        if (word == "noMapping")
+        {
+            midiControl->setLoadDefaultMap(false);
+        }
+        else if (word == "userDefinedMidiCCMap")
+        {
+            midiControl->setLoadDefaultMap(true);
+            midiControl->setDefaultMapFile(juce::File(map->getStringAttribute("file")).getFullPathName());
+        }
+    }
 }
 
 std::unique_ptr<juce::XmlElement> BasePluginOldStyle::createResourcesSettings()
 {
-    return std::make_unique<juce::XmlElement>("ResourcesSettings");
+    auto xml = std::make_unique<juce::XmlElement>("ResourcesSettings");
+
+    auto* map = xml->createNewChildElement("MidiCCMap");
+    map->setAttribute("default", midiControl->getLoadDefaultMap() ? "userDefinedMidiCCMap" : "noMapping");
+    if (midiControl->getLoadDefaultMap())
+        map->setAttribute("file", midiControl->getDefaultMapFile());
+
+    return xml;
 }

@@ -499,8 +499,9 @@ void DrumMachine::renderOneFrame(int index)
         add(triggerOutput.load(std::memory_order_relaxed) - 1, (float) core->renderTriggerPulse());
 }
 
-void DrumMachine::handleController(const juce::MidiMessage&)
+void DrumMachine::handleController(const juce::MidiMessage& message)
 {
+    midiControl->handleController(message);
 }
 
 void DrumMachine::handleProgramChange(int)

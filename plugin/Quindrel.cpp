@@ -61,6 +61,11 @@ void Quindrel::parameterChanged(Parameter& parameter)
         seq->setFillVariationMode(juce::jlimit(0, 1, (int)std::floor(value + 0.5)));
 }
 
+void Quindrel::loadMidiMap(const juce::XmlElement& xml)
+{
+    midiControl->loadOlderMap(xml, [this](const juce::String& oldName) { return oldNames->getParameterName(oldName); });
+}
+
 QuindrelSeq* Quindrel::getQuindrelSeq() const
 {
     return dynamic_cast<QuindrelSeq*>(getSequencer());

@@ -50,6 +50,10 @@ public:
     juce::String getBuildNumber() const override { return juce::String(442) + "." + juce::String(1304); }
     juce::String getPatchLevel() const override { return "0"; }
 
+    // Reads a control map of the older form, whose rows name parameters by
+    // their older short names.
+    void loadMidiMap(const juce::XmlElement& xml);
+
     // The table of older short parameter names, for the older file readers.
     const OldParameterNames& getOldParameterNames() const { return *oldNames; }
 

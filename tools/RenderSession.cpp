@@ -1,5 +1,6 @@
 #include "RenderSession.h"
 
+#include "parameters/MidiControl.h"
 #include "plugin/Quindrel.h"
 
 namespace
@@ -58,6 +59,20 @@ void loadPatternBank(Quindrel& plugin, const juce::File& file)
     plugin.updatePatternDisplays();
 }
 
+// A control map of either form; anything else is a mistake of the caller.
+void loadControlMap(Quindrel& plugin, const juce::File& file)
+{
+    const auto xml = juce::parseXML(file);
+    auto& midiControl = plugin.getMidiControl();
+
+    if (xml != nullptr && MidiControl::isOlderMapXml(*xml))
+        plugin.loadMidiMap(*xml);
+    else if (xml == nullptr || !midiControl.canLoadMap(*xml))
+        throw BadInput(("not a MIDI control map: " + file.getFullPathName()).toStdString());
+    else
+        midiControl.loadMap(*xml);
+}
+
 juce::int64 toSample(double seconds, double sampleRate)
 {
     return (juce::int64) std::floor(seconds * sampleRate + 0.5);
@@ -113,6 +128,9 @@ RenderSession::Result RenderSession::run()
 
     for (const auto& bank : options.patternBanks)
         loadPatternBank(*plugin, bank);
+
+    if (options.controlMap != juce::File())
+        loadControlMap(*plugin, options.controlMap);
 
     // A step button in native play mode chooses the pattern, as on the panel.
     if (options.nativePattern.has_value())

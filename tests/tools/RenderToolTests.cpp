@@ -149,3 +149,41 @@ TEST(ToolsRender, PatternOptionsChooseWhatPlays)
 
     folder.deleteRecursively();
 }
+
+TEST(ToolsRender, AControlMapLetsTheMidiFileMoveALevel)
+{
+    const auto folder = juce::File::createTempFile("render-ccmap");
+    folder.createDirectory();
+
+    // A bass drum each beat for two bars; controller 20 silences it after the first bar.
+    juce::MidiMessageSequence track;
+    for (int beat = 0; beat < 8; ++beat)
+        track.addEvent(juce::MidiMessage::noteOn(10, 36, (juce::uint8) 120).withTimeStamp(beat * 480.0));
+    track.addEvent(juce::MidiMessage::controllerEvent(10, 20, 0).withTimeStamp(4 * 480.0 - 240.0));
+    juce::MidiFile file;
+    file.setTicksPerQuarterNote(480);
+    file.addTrack(track);
+    const auto midi = folder.getChildFile("beats.mid");
+    {
+        juce::FileOutputStream stream(midi);
+        ASSERT_TRUE(file.writeTo(stream));
+    }
+    const auto map = folder.getChildFile("level.qcc");
+    map.replaceWithText("<MidiCCMap><assign CC=\"20\" param=\"BD Level\"/></MidiCCMap>");
+
+    const auto wav = folder.getChildFile("out.wav");
+    const auto run = render({ "--midi", midi.getFullPathName(), "--ccmap", map.getFullPathName(), "--rate", "48000", "-o", wav.getFullPathName() });
+    ASSERT_EQ(run.exitCode, 0) << run.output;
+
+    auto reader = openWav(wav);
+    ASSERT_NE(reader, nullptr);
+    juce::AudioBuffer<float> audio(2, (int) reader->lengthInSamples);
+    reader->read(&audio, 0, audio.getNumSamples(), 0, true, true);
+    const float firstBar = audio.getMagnitude(0, 0, 48000 * 2 - 12000);
+    const float secondBar = audio.getMagnitude(0, 48000 * 2, 48000 * 2);
+    EXPECT_GT(firstBar, 0.05f);
+    EXPECT_LT(secondBar, firstBar * 1.0e-3f) << "controller 20 did not reach the bass drum level";
+
+    EXPECT_EQ(render({ "--ccmap", midi.getFullPathName(), "-o", wav.getFullPathName() + "x" }).exitCode, 2) << "a MIDI file is no map";
+    folder.deleteRecursively();
+}
