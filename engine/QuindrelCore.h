@@ -3,6 +3,11 @@
 #include "engine/DrumMachineCore.h"
 #include "engine/QuindrelBassDrum.h"
 #include "engine/QuindrelClaves.h"
+#include "engine/QuindrelCowBell.h"
+#include "engine/QuindrelCymbal.h"
+#include "engine/QuindrelHandClap.h"
+#include "engine/QuindrelHiHats.h"
+#include "engine/QuindrelMaracas.h"
 #include "engine/QuindrelRimShot.h"
 #include "engine/QuindrelSnareDrum.h"
 #include "engine/SignalBlocks.h"
@@ -41,8 +46,13 @@ private:
     std::unique_ptr<QuindrelSilentInstrument> lowTom, midTom, hiTom;
     std::unique_ptr<QuindrelClaves> claves;
     std::unique_ptr<QuindrelRimShot> rimShot;
-    std::unique_ptr<QuindrelSilentInstrument> maracas, handClap, cowBell, laserGun;
-    std::unique_ptr<QuindrelSilentInstrument> cymbal, openHiHat, closedHiHat;
+    std::unique_ptr<QuindrelMaracas> maracas;
+    std::unique_ptr<QuindrelHandClap> handClap;
+    std::unique_ptr<QuindrelCowBell> cowBell;
+    std::unique_ptr<QuindrelSilentInstrument> laserGun;
+    std::unique_ptr<QuindrelCymbal> cymbal;
+    std::unique_ptr<QuindrelOpenHiHat> openHiHat;
+    std::unique_ptr<QuindrelClosedHiHat> closedHiHat;
 
     // The same voices by engine index, for the frame loop.
     std::array<QuindrelInstrument*, numInstruments> instruments{};
