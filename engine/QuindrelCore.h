@@ -32,6 +32,9 @@ public:
     void renderFrame(double* outputs) override;
 
     const QuindrelInstrument& getInstrument(int index) const { return *instruments[(size_t)index]; }
+    // The metal bank after its two band-passes, as the last frame fed them to the voices.
+    double getMetalHigh() const noexcept { return metalHigh; }
+    double getMetalLow() const noexcept { return metalLow; }
 
 private:
     void setMetalBandPasses(double highW, double lowW);

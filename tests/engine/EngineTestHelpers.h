@@ -16,6 +16,14 @@ constexpr int rimShot = 9;
 constexpr int soundingVoices[] = {bassDrum, snareDrum, claves, rimShot};
 constexpr float knownRates[] = {44100.0f, 48000.0f, 88200.0f, 96000.0f, 192000.0f};
 
+// The noise and metal voices.
+constexpr int maracas = 10;
+constexpr int handClap = 11;
+constexpr int cowBell = 12;
+constexpr int cymbal = 14;
+constexpr int openHiHat = 15;
+constexpr int closedHiHat = 16;
+
 using Frame = std::array<double, DrumMachineCore::numInstruments>;
 
 // Renders frames and keeps the output of one voice.
