@@ -32,13 +32,13 @@ QuindrelCore::QuindrelCore(DrumMachine* ownerToUse)
     , hiTom(std::make_unique<QuindrelHiTom>())
     , claves(std::make_unique<QuindrelClaves>())
     , rimShot(std::make_unique<QuindrelRimShot>())
-    , maracas(std::make_unique<QuindrelSilentInstrument>())
-    , handClap(std::make_unique<QuindrelSilentInstrument>())
-    , cowBell(std::make_unique<QuindrelSilentInstrument>())
+    , maracas(std::make_unique<QuindrelMaracas>())
+    , handClap(std::make_unique<QuindrelHandClap>())
+    , cowBell(std::make_unique<QuindrelCowBell>())
     , laserGun(std::make_unique<QuindrelLaserGun>())
-    , cymbal(std::make_unique<QuindrelSilentInstrument>())
-    , openHiHat(std::make_unique<QuindrelSilentInstrument>())
-    , closedHiHat(std::make_unique<QuindrelSilentInstrument>())
+    , cymbal(std::make_unique<QuindrelCymbal>())
+    , openHiHat(std::make_unique<QuindrelOpenHiHat>())
+    , closedHiHat(std::make_unique<QuindrelClosedHiHat>())
     , instruments{bassDrum.get(), snareDrum.get(), lowConga.get(), midConga.get(), hiConga.get(),
                   lowTom.get(), midTom.get(), hiTom.get(), claves.get(), rimShot.get(),
                   maracas.get(), handClap.get(), cowBell.get(), laserGun.get(),
@@ -169,6 +169,21 @@ void QuindrelCore::setParameter(int index, float value)
         case 42:
             rimShot->setDecay(x);
             break;
+        case 43:
+            maracas->setTone(x);
+            break;
+        case 44:
+            handClap->setTone(x);
+            break;
+        case 45:
+            handClap->setReverb(x);
+            break;
+        case 46:
+            cowBell->setTuning(x);
+            break;
+        case 47:
+            cowBell->setDecay(x);
+            break;
         case 48:
             laserGun->setDepth(x);
             break;
@@ -177,6 +192,24 @@ void QuindrelCore::setParameter(int index, float value)
             break;
         case 50:
             laserGun->setSweep(x);
+            break;
+        case 51:
+            cymbal->setTone(x);
+            break;
+        case 52:
+            cymbal->setDecay(x);
+            break;
+        case 53:
+            openHiHat->setTone(x);
+            break;
+        case 54:
+            openHiHat->setDecay(x);
+            break;
+        case 55:
+            closedHiHat->setTone(x);
+            break;
+        case 56:
+            closedHiHat->setDecay(x);
             break;
         case 57:
         {
@@ -198,8 +231,9 @@ void QuindrelCore::trigger(int instrument, float velocity)
 {
     DrumMachineCore::trigger(instrument, velocity);
 
-    // The closed hi hat (16) is to choke the open one here, by setting its
-    // chokeValue to 8, once the open hi hat has a voice. Nothing else chokes.
+    // The closed hi hat chokes the open one; nothing else chokes anything.
+    if (instrument == 16)
+        openHiHat->choke();
 
     if (instrument >= 0 && instrument < numInstruments)
         instruments[(size_t)instrument]->trigger(velocity);

@@ -4,7 +4,12 @@
 #include "engine/QuindrelBassDrum.h"
 #include "engine/QuindrelClaves.h"
 #include "engine/QuindrelConga.h"
+#include "engine/QuindrelCowBell.h"
+#include "engine/QuindrelCymbal.h"
+#include "engine/QuindrelHandClap.h"
+#include "engine/QuindrelHiHats.h"
 #include "engine/QuindrelLaserGun.h"
+#include "engine/QuindrelMaracas.h"
 #include "engine/QuindrelRimShot.h"
 #include "engine/QuindrelSnareDrum.h"
 #include "engine/QuindrelTom.h"
@@ -30,6 +35,9 @@ public:
     void renderFrame(double* outputs) override;
 
     const QuindrelInstrument& getInstrument(int index) const { return *instruments[(size_t)index]; }
+    // The metal bank after its two band-passes, as the last frame fed them to the voices.
+    double getMetalHigh() const noexcept { return metalHigh; }
+    double getMetalLow() const noexcept { return metalLow; }
 
 private:
     void setMetalBandPasses(double highW, double lowW);
@@ -37,7 +45,7 @@ private:
     void renderSources();
 
     // Each voice is owned through its own class, since the base has no virtual
-    // destructor; the slots of voices that make no sound yet hold silent ones.
+    // destructor.
     std::unique_ptr<QuindrelBassDrum> bassDrum;
     std::unique_ptr<QuindrelSnareDrum> snareDrum;
     std::unique_ptr<QuindrelLowConga> lowConga;
@@ -48,9 +56,13 @@ private:
     std::unique_ptr<QuindrelHiTom> hiTom;
     std::unique_ptr<QuindrelClaves> claves;
     std::unique_ptr<QuindrelRimShot> rimShot;
-    std::unique_ptr<QuindrelSilentInstrument> maracas, handClap, cowBell;
+    std::unique_ptr<QuindrelMaracas> maracas;
+    std::unique_ptr<QuindrelHandClap> handClap;
+    std::unique_ptr<QuindrelCowBell> cowBell;
     std::unique_ptr<QuindrelLaserGun> laserGun;
-    std::unique_ptr<QuindrelSilentInstrument> cymbal, openHiHat, closedHiHat;
+    std::unique_ptr<QuindrelCymbal> cymbal;
+    std::unique_ptr<QuindrelOpenHiHat> openHiHat;
+    std::unique_ptr<QuindrelClosedHiHat> closedHiHat;
 
     // The same voices by engine index, for the frame loop.
     std::array<QuindrelInstrument*, numInstruments> instruments{};

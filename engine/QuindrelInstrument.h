@@ -55,8 +55,3 @@ protected:
     double peakRelease = 0.0;
 };
 
-// Fills an engine slot whose voice does not make sound: every renderSample
-// form returns 0.0.
-class QuindrelSilentInstrument final : public QuindrelInstrument
-{
-};

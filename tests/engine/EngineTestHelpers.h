@@ -22,19 +22,25 @@ constexpr int rimShot = 9;
 constexpr int laserGun = 13;
 constexpr float knownRates[] = {44100.0f, 48000.0f, 88200.0f, 96000.0f, 192000.0f};
 
+// The noise and metal voices.
+constexpr int maracas = 10;
+constexpr int handClap = 11;
+constexpr int cowBell = 12;
+constexpr int cymbal = 14;
+constexpr int openHiHat = 15;
+constexpr int closedHiHat = 16;
+
 using Frame = std::array<double, DrumMachineCore::numInstruments>;
 
-// The engine indices whose slot holds a real voice rather than a silent placeholder.
+// Every engine index: all seventeen voices sound.
 inline const std::vector<int>& soundingVoices()
 {
     static const std::vector<int> voices = []
     {
-        QuindrelCore core;
-        std::vector<int> found;
+        std::vector<int> all;
         for (int i = 0; i < DrumMachineCore::numInstruments; ++i)
-            if (dynamic_cast<const QuindrelSilentInstrument*>(&core.getInstrument(i)) == nullptr)
-                found.push_back(i);
-        return found;
+            all.push_back(i);
+        return all;
     }();
     return voices;
 }

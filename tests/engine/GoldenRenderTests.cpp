@@ -73,3 +73,15 @@ TEST(EngineGolden, EachVoiceSoundsAsStored)
     checkAgainstGolden(enginetest::laserGun, 44100.0f, "laser-gun-44100");
     checkAgainstGolden(enginetest::laserGun, 96000.0f, "laser-gun-96000");
 }
+
+TEST(EngineGolden, NoiseAndMetalVoicesSoundAsStored)
+{
+    checkAgainstGolden(enginetest::maracas, 44100.0f, "maracas-44100");
+    checkAgainstGolden(enginetest::maracas, 192000.0f, "maracas-192000");
+    checkAgainstGolden(enginetest::handClap, 44100.0f, "hand-clap-44100");
+    checkAgainstGolden(enginetest::cowBell, 44100.0f, "cow-bell-44100");
+    checkAgainstGolden(enginetest::cymbal, 44100.0f, "cymbal-44100");
+    checkAgainstGolden(enginetest::cymbal, 96000.0f, "cymbal-96000");
+    checkAgainstGolden(enginetest::openHiHat, 44100.0f, "open-hi-hat-44100");
+    checkAgainstGolden(enginetest::closedHiHat, 48000.0f, "closed-hi-hat-48000");
+}

@@ -1,0 +1,235 @@
+#include "EngineTestHelpers.h"
+#include "engine/QuindrelCowBell.h"
+#include "engine/QuindrelHandClap.h"
+#include "engine/QuindrelHiHats.h"
+
+#include <gtest/gtest.h>
+
+#include <algorithm>
+#include <cmath>
+#include <utility>
+#include <vector>
+
+using enginetest::cowBell;
+using enginetest::cymbal;
+using enginetest::makeEngine;
+using enginetest::renderVoice;
+
+namespace
+{
+// Amplitude of the component at frequency f, Hann-windowed so that strong
+// neighbours don't leak into it.
+double amplitudeAt(const std::vector<double>& signal, double f, double sampleRate)
+{
+    double re = 0.0, im = 0.0, windowSum = 0.0;
+    const auto n = (double)signal.size();
+    for (size_t i = 0; i < signal.size(); ++i)
+    {
+        const double w = 0.5 - 0.5 * std::cos(quindrel::twoPi * (double)i / n);
+        const double phase = quindrel::twoPi * f * (double)i / sampleRate;
+        re += w * signal[i] * std::cos(phase);
+        im += w * signal[i] * std::sin(phase);
+        windowSum += w;
+    }
+    return 2.0 * std::hypot(re, im) / windowSum;
+}
+
+// True if f stands out clearly from the spectrum a few hertz either side.
+bool isSpectralPeak(const std::vector<double>& signal, double f, double sampleRate)
+{
+    const double at = amplitudeAt(signal, f, sampleRate);
+    return at > 5.0 * amplitudeAt(signal, f - 9.0, sampleRate) && at > 5.0 * amplitudeAt(signal, f + 9.0, sampleRate);
+}
+
+double rms(const std::vector<double>& signal, size_t from, size_t to)
+{
+    double sum = 0.0;
+    for (size_t i = from; i < to; ++i)
+        sum += signal[i] * signal[i];
+    return std::sqrt(sum / (double)(to - from));
+}
+
+// Samples from the trigger until the voice has last been above 1% of its peak.
+size_t audibleLength(const std::vector<double>& signal)
+{
+    const double threshold = 0.01 * enginetest::peakOf(signal);
+    size_t last = 0;
+    for (size_t i = 0; i < signal.size(); ++i)
+        if (std::fabs(signal[i]) > threshold)
+            last = i;
+    return last;
+}
+} // namespace
+
+// The six oscillators of the shared bank under the cymbal and hats, and the
+// cow bell's own two at two tunings.
+TEST(EngineMetalVoices, OscillatorsSoundAtTheirFrequencies)
+{
+    for (float sr : {44100.0f, 96000.0f})
+    {
+        QuindrelCore core;
+        core.setSampleRate(sr);
+        std::vector<double> bank((size_t)sr);
+        enginetest::Frame frame{};
+        for (auto& y : bank)
+        {
+            core.renderFrame(frame.data());
+            y = core.getMetalLow();
+        }
+        for (double f : {543.499, 806.5, 510.2, 292.4, 361.7, 210.1})
+            EXPECT_TRUE(isSpectralPeak(bank, f, sr)) << "bank " << f << " Hz at " << sr;
+
+        for (double tuning : {0.5, 1.0})
+        {
+            auto engine = makeEngine(sr);
+            engine->setParameter(46, (float)tuning);
+            engine->trigger(cowBell, 1.0f);
+            const auto out = renderVoice(*engine, cowBell, (int)(sr * 0.25f));
+            for (double f : {2.58686, 3.8386482})
+                EXPECT_TRUE(isSpectralPeak(out, (tuning + 0.5) * 210.1 * f, sr)) << "cow bell tuning " << tuning << " at " << sr;
+        }
+    }
+}
+
+TEST(EngineMetalVoices, KnobCurvesPassTheirPoints)
+{
+    const std::pair<double (*)(double), std::vector<double>> curves[] = {
+        {QuindrelOpenHiHat::decayRateForKnob, {0.00032, 0.0001, 0.00006}},
+        {QuindrelClosedHiHat::decayRateForKnob, {0.004, 0.0013, 0.00032}},
+        {QuindrelCowBell::decayFactorForKnob, {10.0, 2.0, 1.0}},
+        {QuindrelHandClap::reverbRateForKnob, {0.0005, 0.0002, 0.0001}},
+    };
+    for (const auto& [curve, points] : curves)
+        for (size_t i = 0; i < 3; ++i)
+            EXPECT_NEAR(curve(0.5 * (double)i), points[i], points[i] * 1e-9) << "curve at " << 0.5 * (double)i;
+}
+
+TEST(EngineMetalVoices, DecayKnobSetsTheLength)
+{
+    const std::pair<int, int> decayRows[] = {{cowBell, 47}, {cymbal, 52}, {enginetest::openHiHat, 54}, {enginetest::closedHiHat, 56}};
+    for (const auto& [voice, row] : decayRows)
+    {
+        auto lengthAt = [voice = voice, row = row](float decay)
+        {
+            auto core = makeEngine();
+            core->setParameter(row, decay);
+            core->trigger(voice, 1.0f);
+            return audibleLength(renderVoice(*core, voice, 441000));
+        };
+        const size_t shortest = lengthAt(0.0f);
+        const size_t longest = lengthAt(1.0f);
+        EXPECT_GT(longest, 2 * shortest) << "voice " << voice;
+        EXPECT_GT(shortest, 0u) << "voice " << voice;
+    }
+}
+
+TEST(EngineMetalVoices, CymbalToneCrossfadesBodyAndHit)
+{
+    auto render = [](float tone)
+    {
+        auto core = makeEngine();
+        core->setParameter(51, tone);
+        core->trigger(cymbal, 1.0f);
+        return renderVoice(*core, cymbal, 66150);
+    };
+    const auto body = render(0.0f);
+    const auto half = render(0.5f);
+    const auto hit = render(1.0f);
+
+    // The mix is linear in the knob.
+    for (size_t i = 0; i < body.size(); ++i)
+        ASSERT_NEAR(half[i], 0.5 * (body[i] + hit[i]), 1e-9) << "at " << i;
+
+    // Late in the note the hit has gone and Tone 1 leaves half the body;
+    // early on the hit adds to it.
+    EXPECT_NEAR(rms(hit, 44100, 66150) / rms(body, 44100, 66150), 0.5, 0.02);
+    EXPECT_GT(rms(hit, 0, 2000) / rms(body, 0, 2000), 0.8);
+}
+
+namespace
+{
+// The open hat's envelope and output, with the closed hat fired at chokeAt
+// (if not negative) and the open hat fired again at retriggerAt.
+struct OpenHatRun
+{
+    std::vector<double> envelope, output;
+};
+
+OpenHatRun runOpenHat(int chokeAt, int retriggerAt = -1)
+{
+    auto core = makeEngine();
+    const auto& openHat = dynamic_cast<const QuindrelOpenHiHat&>(core->getInstrument(enginetest::openHiHat));
+    core->trigger(enginetest::openHiHat, 1.0f);
+    OpenHatRun run;
+    enginetest::Frame frame{};
+    for (int i = 0; i < 100000; ++i)
+    {
+        if (i == chokeAt)
+            core->trigger(enginetest::closedHiHat, 1.0f);
+        if (i == retriggerAt)
+            core->trigger(enginetest::openHiHat, 1.0f);
+        core->renderFrame(frame.data());
+        run.envelope.push_back(openHat.getEnvelope());
+        run.output.push_back(frame[enginetest::openHiHat]);
+    }
+    return run;
+}
+} // namespace
+
+TEST(EngineMetalVoices, ClosedHatChokesTheOpenOneAfterItsAttack)
+{
+    const auto free = runOpenHat(-1);
+    const int attack = 42; // whole samples of the 0.97 ms at 44.1 kHz
+
+    // Fired during the attack, the choke waits for its end and then shortens the decay.
+    const auto early = runOpenHat(10);
+    for (int i = 0; i < attack; ++i)
+        ASSERT_EQ(early.envelope[(size_t)i], free.envelope[(size_t)i]) << "the attack changed at " << i;
+    EXPECT_LT(early.envelope[2000], 0.5 * free.envelope[2000]);
+    EXPECT_LT(audibleLength(early.output), audibleLength(free.output) / 2);
+
+    // Fired during the decay, it acts from the next sample on.
+    const auto late = runOpenHat(3000);
+    for (size_t i = 0; i < 3000; ++i)
+        ASSERT_EQ(late.output[i], free.output[i]) << "changed before the choke, at " << i;
+    EXPECT_LT(late.envelope[3001], free.envelope[3001]);
+    EXPECT_LT(audibleLength(late.output), audibleLength(free.output) / 2);
+
+    // A new open hat clears the choke, whether or not one was sounding.
+    const auto choked = runOpenHat(3000, 50000);
+    const auto unchoked = runOpenHat(-1, 50000);
+    for (size_t i = 50000; i < 60000; ++i)
+        ASSERT_EQ(choked.envelope[i], unchoked.envelope[i]) << "still choked at " << i;
+}
+
+TEST(EngineCore, NoiseAndMetalKnobRowsReachTheirVoices)
+{
+    const std::pair<int, std::vector<int>> rows[] = {
+        {43, {10}}, {44, {11}}, {45, {11}}, {46, {12}}, {47, {12}}, {51, {14}}, {52, {14}}, {53, {15}}, {54, {15}}, {55, {16}}, {56, {16}},
+        // Hi Hat Filters Freq moves the bank's band-passes under all three.
+        {57, {14, 15, 16}}};
+    // The closed hat before the open one, so that it does not choke it.
+    constexpr int voices[] = {10, 11, 12, 14, 16, 15};
+
+    for (const auto& [row, reached] : rows)
+    {
+        auto low = makeEngine();
+        auto high = makeEngine();
+        low->setParameter(row, 0.1f);
+        high->setParameter(row, 0.9f);
+        enginetest::Frame a{}, b{}, difference{};
+        for (int i = 0; i < 30000; ++i)
+        {
+            for (auto* core : {low.get(), high.get()})
+                for (int voice : voices)
+                    if (i % 5000 == 0)
+                        core->trigger(voice, 1.0f);
+            low->renderFrame(a.data());
+            high->renderFrame(b.data());
+            for (size_t v = 0; v < difference.size(); ++v)
+                difference[v] = std::fmax(difference[v], std::fabs(a[v] - b[v]));
+        }
+        for (int v = 0; v < DrumMachineCore::numInstruments; ++v)
+            EXPECT_EQ(difference[(size_t)v] > 1e-4, std::count(reached.begin(), reached.end(), v) == 1) << "row " << row << ", voice " << v << ": " << difference[(size_t)v];
+    }
+}
