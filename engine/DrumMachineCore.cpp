@@ -25,7 +25,7 @@ void DrumMachineCore::trigger(int instrument, float)
 
 void DrumMachineCore::setSampleRate(float sampleRate)
 {
-    sampleRateInfo.fill((double)sampleRate);
+    sampleRateInfo.fill((double) sampleRate);
     resetPulse();
 }
 
@@ -43,7 +43,7 @@ void DrumMachineCore::resetPulse()
 {
     const double sr = sampleRateInfo.sampleRate;
     pulsePeriod = sr * 0.9090909090909091;
-    pulseHarmonics = (double)((float)(2.0 * std::trunc(pulsePeriod * 0.5)) + 1.0f);
+    pulseHarmonics = (double) ((float) (2.0 * std::trunc(pulsePeriod * 0.5)) + 1.0f);
     pulseDelay = std::trunc(pulsePeriod * 0.982);
     // Left at P the pulse is idle.
     pulsePosition = pulsePeriod;

@@ -20,9 +20,9 @@ struct MetalGateConstants
 };
 
 // Fed by the high band: both hi hats and cymbal stages A and B.
-constexpr MetalGateConstants metalGateHigh{1000.0, -0.002, 0.3, 1.7, 0.01};
+constexpr MetalGateConstants metalGateHigh{ 1000.0, -0.002, 0.3, 1.7, 0.01 };
 // Fed by the low band: cymbal stage C.
-constexpr MetalGateConstants metalGateLow{300.0, -0.01, 0.1, 0.7, 0.1};
+constexpr MetalGateConstants metalGateLow{ 300.0, -0.01, 0.1, 0.7, 0.1 };
 
 // Near 0 for small u, towards -1 for large positive u, -a u - 1 for large
 // negative u. 0/0 at u = 0 exactly, which the ever-running bank never gives.

@@ -82,7 +82,7 @@ void QuindrelBassDrum::trigger(float velocity)
     const double sr = sampleRateInfo.sampleRate;
     const double k = sampleRateInfo.rateScale;
 
-    amplitude = (double)(4.17f * velocity);
+    amplitude = (double) (4.17f * velocity);
     attackCountdown = sr * 0.0043;
     pulseCountdown = sr * 0.00097;
     envelope = riseValue = curve1 = curve2 = curve3 = 0.0;

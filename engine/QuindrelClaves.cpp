@@ -38,7 +38,7 @@ void QuindrelClaves::setSampleRate(float sampleRate)
 void QuindrelClaves::trigger(float velocity)
 {
     QuindrelInstrument::trigger(velocity);
-    pulse = (double)(velocity * 2.645f);
+    pulse = (double) (velocity * 2.645f);
     pulseRate = sampleRateInfo.rateScale * 0.7;
 }
 

@@ -33,10 +33,10 @@ void QuindrelConga::setSampleRate(float sampleRate)
 void QuindrelConga::trigger(float velocity)
 {
     QuindrelInstrument::trigger(velocity);
-    pulseCountdown = (int)std::trunc(sampleRateInfo.sampleRate * 0.00097);
+    pulseCountdown = (int) std::trunc(sampleRateInfo.sampleRate * 0.00097);
     pulse = 0.0;
     pulseRate = sampleRateInfo.rateScale * 0.99;
-    drive = (double)(velocity * 2.645f);
+    drive = (double) (velocity * 2.645f);
     pulseTarget = 1.0;
 }
 

@@ -7,12 +7,12 @@ namespace
 // Period factor (seconds) and duty of the six metal oscillators, about
 // 543.5, 806.5, 510.2, 292.4, 361.7 and 210.1 Hz.
 constexpr double oscillatorTable[6][2] = {
-    {0.0018399288200720838, 0.4375},
-    {0.0012399256247268688, 0.4354},
-    {0.001960016038552521, 0.4336},
-    {0.003419972663353988, 0.4289},
-    {0.0027647222439515337, 0.4339},
-    {0.00475963826749167, 0.4197},
+    { 0.0018399288200720838, 0.4375 },
+    { 0.0012399256247268688, 0.4354 },
+    { 0.001960016038552521, 0.4336 },
+    { 0.003419972663353988, 0.4289 },
+    { 0.0027647222439515337, 0.4339 },
+    { 0.00475963826749167, 0.4197 },
 };
 
 constexpr uint32_t noiseSeedA = 0x67452301u;
@@ -39,10 +39,10 @@ QuindrelCore::QuindrelCore(DrumMachine* ownerToUse)
     , cymbal(std::make_unique<QuindrelCymbal>())
     , openHiHat(std::make_unique<QuindrelOpenHiHat>())
     , closedHiHat(std::make_unique<QuindrelClosedHiHat>())
-    , instruments{bassDrum.get(), snareDrum.get(), lowConga.get(), midConga.get(), hiConga.get(),
-                  lowTom.get(), midTom.get(), hiTom.get(), claves.get(), rimShot.get(),
-                  maracas.get(), handClap.get(), cowBell.get(), laserGun.get(),
-                  cymbal.get(), openHiHat.get(), closedHiHat.get()}
+    , instruments{ bassDrum.get(), snareDrum.get(), lowConga.get(), midConga.get(), hiConga.get(),
+                   lowTom.get(), midTom.get(), hiTom.get(), claves.get(), rimShot.get(),
+                   maracas.get(), handClap.get(), cowBell.get(), laserGun.get(),
+                   cymbal.get(), openHiHat.get(), closedHiHat.get() }
 {
     // Last, so that every coefficient exists before the first setParameter.
     setSampleRate(44100.0f);
@@ -84,11 +84,11 @@ void QuindrelCore::setMetalBandPasses(double highW, double lowW)
 
 void QuindrelCore::setParameter(int index, float value)
 {
-    const double x = (double)value;
+    const double x = (double) value;
 
     if (index >= 0 && index < numInstruments)
     {
-        instruments[(size_t)index]->setLevel(x);
+        instruments[(size_t) index]->setLevel(x);
         return;
     }
 
@@ -236,7 +236,7 @@ void QuindrelCore::trigger(int instrument, float velocity)
         openHiHat->choke();
 
     if (instrument >= 0 && instrument < numInstruments)
-        instruments[(size_t)instrument]->trigger(velocity);
+        instruments[(size_t) instrument]->trigger(velocity);
 }
 
 void QuindrelCore::renderSources()
@@ -253,12 +253,12 @@ void QuindrelCore::renderSources()
     metalLow = metalBandPassLow.process(bank);
 
     // The sign bit of the word makes the white noise symmetric: -0.5 to just under 0.5.
-    const float white = (float)(int32_t)noiseB * 2.3283064365386963e-10f;
+    const float white = (float) (int32_t) noiseB * 2.3283064365386963e-10f;
     noiseA ^= noiseB;
     noiseB += noiseA;
 
     const double c = noiseLowPassCoefficient;
-    noiseLowPassState = (1.0 - c) * (double)white + c * noiseLowPassState + quindrel::antiDenormal;
+    noiseLowPassState = (1.0 - c) * (double) white + c * noiseLowPassState + quindrel::antiDenormal;
     noiseBright = 1.5 * noiseLowPassState;
     noiseDark = 4.0 * noiseDarkFilter.process(noiseBright);
 }

@@ -34,7 +34,7 @@ public:
     void setSampleRate(float sampleRate) override;
     void renderFrame(double* outputs) override;
 
-    const QuindrelInstrument& getInstrument(int index) const { return *instruments[(size_t)index]; }
+    const QuindrelInstrument& getInstrument(int index) const { return *instruments[(size_t) index]; }
     // The metal bank after its two band-passes, as the last frame fed them to the voices.
     double getMetalHigh() const noexcept { return metalHigh; }
     double getMetalLow() const noexcept { return metalLow; }

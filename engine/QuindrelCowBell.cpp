@@ -49,7 +49,7 @@ void QuindrelCowBell::trigger(float velocity)
     QuindrelInstrument::trigger(velocity);
     const double k = sampleRateInfo.rateScale;
 
-    amplitude = (double)(velocity * 2.645f);
+    amplitude = (double) (velocity * 2.645f);
     countdown = sampleRateInfo.sampleRate * 0.00097;
     gate = 1.0;
     fast = 0.0;

@@ -50,7 +50,7 @@ void QuindrelCymbal::trigger(float velocity)
     QuindrelInstrument::trigger(velocity);
     const double k = sampleRateInfo.rateScale;
 
-    amplitude = (double)(velocity * 2.645f);
+    amplitude = (double) (velocity * 2.645f);
     countdown = sampleRateInfo.sampleRate * 0.00097;
     gate = 1.0;
     hitEnvelope = 0.0;

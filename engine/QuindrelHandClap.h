@@ -32,7 +32,7 @@ public:
 private:
     void updateTone();
 
-    static constexpr double stageDecay[4] = {0.006, 0.0054, 0.0053, 0.0008};
+    static constexpr double stageDecay[4] = { 0.006, 0.0054, 0.0053, 0.0008 };
 
     double toneKnob = 0.0;
     double reverbKnob = 0.0;

@@ -19,7 +19,7 @@ void QuindrelHiHat::trigger(float velocity)
     QuindrelInstrument::trigger(velocity);
     const double k = sampleRateInfo.rateScale;
 
-    amplitude = (double)(velocity * 2.645f);
+    amplitude = (double) (velocity * 2.645f);
     envelopeTarget = amplitude;
     envelope = 0.0;
     countdown = sampleRateInfo.sampleRate * 0.00097;

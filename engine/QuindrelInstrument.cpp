@@ -19,7 +19,7 @@ double QuindrelInstrument::renderSample(double, double)
 
 void QuindrelInstrument::setSampleRate(float sampleRate)
 {
-    sampleRateInfo.fill((double)sampleRate);
+    sampleRateInfo.fill((double) sampleRate);
     peakRelease = sampleRateInfo.rateScale * 0.0002;
     levelSmoothing = sampleRateInfo.rateScale * 0.002;
 }

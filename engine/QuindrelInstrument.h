@@ -54,4 +54,3 @@ protected:
     double lastPeak = 0.5;
     double peakRelease = 0.0;
 };
-

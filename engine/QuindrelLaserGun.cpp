@@ -56,7 +56,7 @@ void QuindrelLaserGun::trigger(float velocity)
     if (levelTarget == 0.0)
         return;
 
-    amplitude = (double)(velocity * 2.645f);
+    amplitude = (double) (velocity * 2.645f);
     ampEnvelope = 1.0;
     sweepEnvelope = 1.0;
     phase = 0.0;

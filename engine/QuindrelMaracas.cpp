@@ -35,7 +35,7 @@ void QuindrelMaracas::trigger(float velocity)
     QuindrelInstrument::trigger(velocity);
     const double k = sampleRateInfo.rateScale;
 
-    amplitude = (double)(velocity * 2.645f);
+    amplitude = (double) (velocity * 2.645f);
     gate = 1.0;
     countdown = sampleRateInfo.sampleRate * 0.02;
     attack = 0.0;

@@ -57,7 +57,7 @@ void QuindrelRimShot::trigger(float velocity)
     QuindrelInstrument::trigger(velocity);
     const double k = sampleRateInfo.rateScale;
 
-    amplitude = (double)(velocity * 2.645f);
+    amplitude = (double) (velocity * 2.645f);
     envelopeTarget = 1.0;
     countdown = sampleRateInfo.sampleRate * 0.00097;
     envelope = 0.0;

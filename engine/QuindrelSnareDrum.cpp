@@ -92,11 +92,11 @@ void QuindrelSnareDrum::trigger(float velocity)
     // Only the snare squares its velocity.
     float drive = velocity * 2.645f;
     drive = drive * drive;
-    amplitude = (double)drive;
+    amplitude = (double) drive;
     pulseTarget = amplitude;
 
-    pulseCountdown = (int)std::trunc(sr * 0.00097);
-    envelopeCountdown = (int)std::trunc(sr * 0.004);
+    pulseCountdown = (int) std::trunc(sr * 0.00097);
+    envelopeCountdown = (int) std::trunc(sr * 0.004);
 
     envelopeTarget = 1.0;
     pulse = 0.0;

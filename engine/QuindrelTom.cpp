@@ -46,11 +46,11 @@ void QuindrelTom::trigger(float velocity)
 {
     QuindrelInstrument::trigger(velocity);
     const double k = sampleRateInfo.rateScale;
-    pulseCountdown = (int)std::trunc(sampleRateInfo.sampleRate * 0.00097);
+    pulseCountdown = (int) std::trunc(sampleRateInfo.sampleRate * 0.00097);
     pulse = 0.0;
     pulseRate = k * 0.99;
 
-    const double height = (double)(velocity * 4.17f);
+    const double height = (double) (velocity * 4.17f);
     pulseTarget = height;
     noiseEnvelope = height;
     noiseEnvelopeRate = k * 0.0002;

@@ -5,7 +5,7 @@
 void SampleRateInfo::fill(double sr)
 {
     sampleRate = sr;
-    sampleRateFloat = (float)sr;
+    sampleRateFloat = (float) sr;
 
     // Exact comparison, in this order; any other rate leaves the index as it was.
     if (sr == 44100.0)
@@ -20,20 +20,20 @@ void SampleRateInfo::fill(double sr)
         rateIndex = 4;
 
     samplePeriod = 1.0 / sr;
-    samplePeriodFloat = (float)samplePeriod;
+    samplePeriodFloat = (float) samplePeriod;
     halfSamplePeriod = 1.0 / (2.0 * sr);
     rateRatio = sr * 2.2675736961451248e-05;
-    rateRatioFloat = (float)rateRatio;
+    rateRatioFloat = (float) rateRatio;
     inverseRateRatio = 44100.0 / sr;
     rateScale = 2.0 * (1.0 - std::pow(0.5, inverseRateRatio));
-    rateScaleFloat = (float)rateScale;
+    rateScaleFloat = (float) rateScale;
     rateScaleCubed = rateScale * rateScale * rateScale;
-    rateScaleCubedFloat = (float)rateScaleCubed;
+    rateScaleCubedFloat = (float) rateScaleCubed;
     nyquist = sr * 0.5;
     smoothing002 = rateScale * 0.002;
-    smoothing002Float = (float)smoothing002;
-    smoothing005Float = (float)(rateScale * 0.005);
-    smoothing0001Float = (float)(rateScale * 0.0001);
+    smoothing002Float = (float) smoothing002;
+    smoothing005Float = (float) (rateScale * 0.005);
+    smoothing0001Float = (float) (rateScale * 0.0001);
     smoothing002b = smoothing002;
     smoothing002bFloat = smoothing002Float;
 }

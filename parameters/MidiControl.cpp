@@ -21,7 +21,7 @@ MidiControl::~MidiControl()
 
 Parameter* MidiControl::entry(int controller) const noexcept
 {
-    return juce::isPositiveAndBelow(controller, controllerCount) ? assignments[(size_t)controller] : nullptr;
+    return juce::isPositiveAndBelow(controller, controllerCount) ? assignments[(size_t) controller] : nullptr;
 }
 
 void MidiControl::handleController(const juce::MidiMessage& message)
@@ -37,7 +37,7 @@ void MidiControl::handleController(const juce::MidiMessage& message)
 
     if (auto* parameter = entry(number))
     {
-        parameter->setNormalised((float)message.getControllerValue() * 0.007874016f, true);
+        parameter->setNormalised((float) message.getControllerValue() * 0.007874016f, true);
         movedParameter = parameter;
         controllerMoved = true;
         triggerAsyncUpdateFromAnyThread();
@@ -50,7 +50,7 @@ void MidiControl::assign(int controller, Parameter* parameter, bool notify)
         return;
 
     const juce::ScopedLock sl(lock);
-    auto& slot = assignments[(size_t)controller];
+    auto& slot = assignments[(size_t) controller];
 
     if (slot == parameter)
         return;
@@ -64,7 +64,7 @@ void MidiControl::assign(int controller, Parameter* parameter, bool notify)
     {
         if (const int previous = getControllerOf(parameter); previous >= 0)
         {
-            assignments[(size_t)previous] = nullptr;
+            assignments[(size_t) previous] = nullptr;
             --assignmentCount;
         }
 
@@ -88,7 +88,7 @@ void MidiControl::removeAssignment(int controller)
     if (entry(controller) == nullptr)
         return;
 
-    assignments[(size_t)controller] = nullptr;
+    assignments[(size_t) controller] = nullptr;
     --assignmentCount;
     mapChanged = true;
     triggerAsyncUpdateFromAnyThread();
@@ -122,7 +122,7 @@ int MidiControl::getControllerOf(const Parameter* parameter) const
     const juce::ScopedLock sl(lock);
 
     for (int c = 0; c < controllerCount; ++c)
-        if (assignments[(size_t)c] == parameter)
+        if (assignments[(size_t) c] == parameter)
             return c;
 
     return -1;
@@ -245,7 +245,7 @@ MidiControl::ControllerIterator& MidiControl::ControllerIterator::operator++()
 {
     const juce::ScopedLock sl(owner->lock);
 
-    while (++controller < controllerCount && owner->assignments[(size_t)controller] == nullptr)
+    while (++controller < controllerCount && owner->assignments[(size_t) controller] == nullptr)
     {
     }
 
@@ -330,7 +330,7 @@ std::unique_ptr<juce::XmlElement> MidiControl::createMapXml() const
     {
         auto* row = xml->createNewChildElement("assign");
         row->setAttribute("CC", controller);
-        row->setAttribute("param", assignments[(size_t)controller]->getName());
+        row->setAttribute("param", assignments[(size_t) controller]->getName());
     }
 
     return xml;

@@ -108,11 +108,11 @@ public:
     struct AssignedControllers
     {
         const MidiControl& owner;
-        ControllerIterator begin() const { return {owner, -1}; }
-        ControllerIterator end() const { return {owner, controllerCount}; }
+        ControllerIterator begin() const { return { owner, -1 }; }
+        ControllerIterator end() const { return { owner, controllerCount }; }
     };
 
-    AssignedControllers getAssignedControllers() const { return {*this}; }
+    AssignedControllers getAssignedControllers() const { return { *this }; }
 
     // Files. The root is "MidiControlMap" (or "MidiCCMap"); a map carries the
     // plug-in's name, and once applicationName is set, only maps naming it

@@ -18,7 +18,7 @@ std::unique_ptr<Parameter> createParameter(const juce::XmlElement& row)
     std::unique_ptr<Parameter> parameter;
 
     if (type.equalsIgnoreCase("float"))
-        parameter = std::make_unique<FloatParameter>(id, name, (float)row.getDoubleAttribute("min", 0.0), (float)row.getDoubleAttribute("max", 1.0), value.getFloatValue());
+        parameter = std::make_unique<FloatParameter>(id, name, (float) row.getDoubleAttribute("min", 0.0), (float) row.getDoubleAttribute("max", 1.0), value.getFloatValue());
     else if (type.equalsIgnoreCase("int"))
         parameter = std::make_unique<IntParameter>(id, name, row.getIntAttribute("min", 0), row.getIntAttribute("max", 1), value.getIntValue());
     else if (type.equalsIgnoreCase("string"))
@@ -42,8 +42,8 @@ std::unique_ptr<Parameter> createParameter(const juce::XmlElement& row)
 
 int ParameterManager::IdHash::generateHash(int key, int upperLimit) const noexcept
 {
-    const auto magnitude = key < 0 ? 0u - (unsigned int)key : (unsigned int)key;
-    return (int)(magnitude % (unsigned int)upperLimit);
+    const auto magnitude = key < 0 ? 0u - (unsigned int) key : (unsigned int) key;
+    return (int) (magnitude % (unsigned int) upperLimit);
 }
 
 ParameterManager::~ParameterManager()

@@ -12,7 +12,7 @@ juce::String floatToText(float x)
 {
     char buffer[32];
     const auto result = std::to_chars(buffer, buffer + sizeof(buffer), x);
-    return juce::String(buffer, (size_t)(result.ptr - buffer));
+    return juce::String(buffer, (size_t) (result.ptr - buffer));
 }
 
 // Normalised values are cut to 0 to 1; a NaN counts as 0.
@@ -66,11 +66,11 @@ void BoolParameter::setBool(bool x, bool notify) { store(x, notify); }
 
 void BoolParameter::setText(const juce::String& text, bool notify)
 {
-    for (auto* word : {"true", "1", "on", "yes"})
+    for (auto* word : { "true", "1", "on", "yes" })
         if (text.equalsIgnoreCase(word))
             return store(true, notify);
 
-    for (auto* word : {"false", "0", "off", "no"})
+    for (auto* word : { "false", "0", "off", "no" })
         if (text.equalsIgnoreCase(word))
             return store(false, notify);
 
@@ -109,10 +109,10 @@ double FloatParameter::getValue() const { return value.load(); }
 
 double FloatParameter::getNormalised() const
 {
-    return ((double)value.load() - minimum) / ((double)maximum - minimum);
+    return ((double) value.load() - minimum) / ((double) maximum - minimum);
 }
 
-int FloatParameter::getInt() const { return (int)value.load(); }
+int FloatParameter::getInt() const { return (int) value.load(); }
 
 // The upper half, the middle included.
 bool FloatParameter::getBool() const
@@ -130,10 +130,10 @@ void FloatParameter::setNormalised(float x, bool notify)
     store(cutToRange(minimum + (maximum - minimum) * cutToUnit(x)), notify);
 }
 
-void FloatParameter::setInt(int x, bool notify) { store(cutToRange((float)x), notify); }
+void FloatParameter::setInt(int x, bool notify) { store(cutToRange((float) x), notify); }
 void FloatParameter::setBool(bool x, bool notify) { store(x ? maximum : minimum, notify); }
 void FloatParameter::setText(const juce::String& text, bool notify) { store(cutToRange(text.getFloatValue()), notify); }
-void FloatParameter::copyFrom(const Parameter& other, bool notify) { setValue((float)other.getValue(), notify); }
+void FloatParameter::copyFrom(const Parameter& other, bool notify) { setValue((float) other.getValue(), notify); }
 
 float FloatParameter::cutToRange(float x) const noexcept
 {
@@ -173,7 +173,7 @@ double IntParameter::getNormalised() const
     if (maximum == minimum)
         return 0.0;
 
-    return ((double)value.load() - minimum) / ((double)maximum - minimum);
+    return ((double) value.load() - minimum) / ((double) maximum - minimum);
 }
 
 int IntParameter::getInt() const { return value.load(); }
@@ -186,7 +186,7 @@ void IntParameter::setNormalised(float x, bool notify)
 {
     // The product is a float, as host values always were; only the rounding
     // is done in double.
-    const float scaled = (float)(maximum - minimum) * cutToUnit(x);
+    const float scaled = (float) (maximum - minimum) * cutToUnit(x);
     store(cutToRange(minimum + std::floor(scaled + 0.5)), notify);
 }
 
@@ -200,7 +200,7 @@ int IntParameter::cutToRange(double x) const noexcept
     if (std::isnan(x))
         return minimum;
 
-    return (int)juce::jlimit((double)minimum, (double)maximum, std::trunc(x));
+    return (int) juce::jlimit((double) minimum, (double) maximum, std::trunc(x));
 }
 
 void IntParameter::store(int newValue, bool notify)
@@ -293,7 +293,7 @@ juce::String NoteParameter::getNoteName(int key)
 
 bool NoteParameter::parseNoteName(const juce::String& text, int& key)
 {
-    static constexpr int semitoneOfLetter[] = {9, 11, 0, 2, 4, 5, 7}; // A to G
+    static constexpr int semitoneOfLetter[] = { 9, 11, 0, 2, 4, 5, 7 }; // A to G
 
     const auto t = text.trim();
     const auto letter = juce::CharacterFunctions::toUpperCase(t[0]);

@@ -23,7 +23,7 @@ private:
     class Poller;
     friend class Poller;
 
-    std::atomic<bool> pending { false };
+    std::atomic<bool> pending{ false };
     juce::SharedResourcePointer<Poller> poller;
 
     JUCE_DECLARE_NON_COPYABLE(RealtimeAsyncUpdater)

@@ -28,9 +28,10 @@ void addStateParameters(ParameterManager& manager)
         "Internal Sequencer State", "Internal Sync State", "Host Mode State", "Note Off State",
         "Play State", "Write Mode State", "Write Mode Activity", "Auto Follow State",
         "Randomizer State", "Randomizer Active And Filled", "Randomizer Active But Not Filled",
-        "Length Mode State", "Tap Mode State", "Flam Mode State", "Native Mode Ready State"};
+        "Length Mode State", "Tap Mode State", "Flam Mode State", "Native Mode Ready State"
+    };
 
-    for (int i = 0; i < (int)std::size(lamps); ++i)
+    for (int i = 0; i < (int) std::size(lamps); ++i)
         addLamp(manager, internalSequencerState + i, lamps[i]);
 
     manager.addParameter(new IntParameter(instrumentSelection, "Instrument Selection", 0, 17, 0));

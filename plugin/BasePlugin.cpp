@@ -101,10 +101,12 @@ void BasePlugin::setCurrentProgramStateInformation(const void* data, int sizeInB
 void BasePlugin::handleAsyncUpdate()
 {
     if (stateRestoredPending.exchange(0) == 1)
-        listeners.call([this](Listener& l) { l.pluginStateRestored(*this); });
+        listeners.call([this](Listener& l)
+                       { l.pluginStateRestored(*this); });
 
     if (stateSavedPending.exchange(0) == 1)
-        listeners.call([this](Listener& l) { l.pluginStateSaved(*this); });
+        listeners.call([this](Listener& l)
+                       { l.pluginStateSaved(*this); });
 }
 
 //==============================================================================

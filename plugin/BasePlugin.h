@@ -162,7 +162,7 @@ private:
     juce::CriticalSection hostIndexLock;
     std::array<std::atomic<float>, maxHostParameters> hostParameterValues;
     std::array<std::atomic<juce::int32>, maxHostParameters> ignoreParameterEcho;
-    std::atomic<juce::int32> stateRestoredPending { 0 }, stateSavedPending { 0 };
+    std::atomic<juce::int32> stateRestoredPending{ 0 }, stateSavedPending{ 0 };
     juce::ListenerList<Listener> listeners;
 
     JUCE_DECLARE_NON_COPYABLE_WITH_LEAK_DETECTOR(BasePlugin)

@@ -185,7 +185,8 @@ void DrumMachine::updateEnabled()
     for (auto& entry : enabled)
         entry = 1;
 
-    const bool anySolo = std::any_of(soloed.begin(), soloed.end(), [](bool s) { return s; });
+    const bool anySolo = std::any_of(soloed.begin(), soloed.end(), [](bool s)
+                                     { return s; });
 
     for (int i = 0; i < numInstruments; ++i)
     {

@@ -5,8 +5,8 @@
 #include "plugin/BasePluginOldStyle.h"
 #include "plugin/MidiQueue.h"
 #include "sequencer/Clock.h"
-#include "sequencer/ShuffledClock.h"
 #include "sequencer/DrumMachineSeq.h"
+#include "sequencer/ShuffledClock.h"
 
 #include <array>
 #include <atomic>
@@ -108,28 +108,28 @@ public:
     bool takeMidiActivity() { return midiActivity.exchange(0) != 0; }
 
     // Mode flags, read by block processing, set by events and settings.
-    std::atomic<bool> internalSequencer { true }, internalSync { true }, hostMode { false }, noteOffMode { false };
-    std::atomic<int> hostPlayDetection { byTransportChange };
-    std::atomic<bool> writeMode { false }, autoFollow { false }, randomizerOn { false }, lengthMode { false }, tapMode { false }, flamMode { false };
+    std::atomic<bool> internalSequencer{ true }, internalSync{ true }, hostMode{ false }, noteOffMode{ false };
+    std::atomic<int> hostPlayDetection{ byTransportChange };
+    std::atomic<bool> writeMode{ false }, autoFollow{ false }, randomizerOn{ false }, lengthMode{ false }, tapMode{ false }, flamMode{ false };
     // The defaults a new instance takes, from the user settings.
     bool defaultInternalSequencer = true, defaultInternalSync = true, defaultHostMode = false, defaultNoteOffMode = false;
 
     // Start and stop requests of the panel, served at the next block: 0 none, 1 start, 2 stop.
-    std::atomic<int> runRequest { 0 };
+    std::atomic<int> runRequest{ 0 };
     int getRunState() const { return runState; }
 
     // The four clocks, in the order they are built.
-    ShuffledClock hostClock { "hostClock" };
-    ShuffledClock nativeClock { "nativeClock" };
+    ShuffledClock hostClock{ "hostClock" };
+    ShuffledClock nativeClock{ "nativeClock" };
     Clock nativeGateClock;
     Clock hostGateClock;
 
     // Editing selection of the sequencer's tracks, and the clipboard flags.
-    std::array<juce::uint8, trackCount> selectedTracks {};
+    std::array<juce::uint8, trackCount> selectedTracks{};
     int selectedTrack = 0;
     bool trackClipboardFull = false;
     bool patternClipboardFull = false;
-    std::array<juce::uint8, trackCount> clipboardTracks {};
+    std::array<juce::uint8, trackCount> clipboardTracks{};
     int clipboardTrackCount = 0;
 
     // The panel's view of the modes: state parameters recomputed from the
@@ -166,7 +166,7 @@ public:
     void selectTrack(int track);
 
     // Served by the next block: the note-offs of a sequencer just switched.
-    std::atomic<bool> noteOffsRequested { false };
+    std::atomic<bool> noteOffsRequested{ false };
 
 protected:
     std::unique_ptr<DrumMachineCore> core;
@@ -196,19 +196,19 @@ private:
     int sampleInBlock = 0;
     int pendingSamples = 0;
     int renderedSamples = 0;
-    std::array<double, instrumentCount> renderBuffer {};
+    std::array<double, instrumentCount> renderBuffer{};
     double sampleRate = 0.0;
     bool wasPlaying = false;
     bool lowestCStarted = false;
     int heldPatternNotes = 0;
     int runState = 0;
-    std::array<std::atomic<int>, trackCount> activityFlags {};
-    std::atomic<int> midiActivity { 0 };
+    std::array<std::atomic<int>, trackCount> activityFlags{};
+    std::atomic<int> midiActivity{ 0 };
     double accentLevel = 0.0;
-    std::array<juce::uint8, instrumentCount> heldOutNotes {};
+    std::array<juce::uint8, instrumentCount> heldOutNotes{};
 
     // Mute and solo, and what they leave enabled.
-    std::array<bool, instrumentCount> muted {}, soloed {};
+    std::array<bool, instrumentCount> muted{}, soloed{};
     std::array<std::atomic<int>, instrumentCount> enabled;
 
     // Outputs: where each output's left and right channel start in this
@@ -219,7 +219,7 @@ private:
     std::array<std::atomic<int>, instrumentCount> instrumentOutput;
     std::array<int, instrumentCount> storedInstrumentOutput;
     std::atomic<int> triggerOutput;
-    std::array<std::array<float*, 2>, maxOutputs> outputPointers {};
+    std::array<std::array<float*, 2>, maxOutputs> outputPointers{};
 
     // The drum map.
     std::array<std::atomic<int>, 128> keyToInstrument;

@@ -79,7 +79,8 @@ void DrumMachine::handleEvent(int uid)
         }
         else
         {
-            const auto count = std::count_if(selectedTracks.begin(), selectedTracks.end(), [](auto s) { return s != 0; });
+            const auto count = std::count_if(selectedTracks.begin(), selectedTracks.end(), [](auto s)
+                                             { return s != 0; });
             // The last selected track stays selected.
             if (selectedTracks[(size_t) track] != 0 && count <= 1)
                 return;
@@ -194,7 +195,8 @@ void DrumMachine::setRandomizer(bool shouldBeOn)
 
 void DrumMachine::requestTap(bool accented)
 {
-    const int value = flamMode ? sequencer->getFlamValue() : accented ? sequencer->getAccentValue() : sequencer->getOnValue();
+    const int value = flamMode ? sequencer->getFlamValue() : accented ? sequencer->getAccentValue()
+                                                                      : sequencer->getOnValue();
 
     for (int t = 0; t < trackCount; ++t)
         sequencer->tapValues[(size_t) t] = selectedTracks[(size_t) t] != 0 ? value : 0;

@@ -129,7 +129,7 @@ void DrumMachine::updateStepLights()
         return;
 
     const bool editing = isEditing();
-    std::array<float, stepCount> lights {};
+    std::array<float, stepCount> lights{};
 
     if (editing && lengthMode)
     {
@@ -143,7 +143,8 @@ void DrumMachine::updateStepLights()
             for (int step = 0; step < length && step < stepCount; ++step)
             {
                 const int value = sequencer->getRandomizedStep(selectedTrack, step);
-                lights[(size_t) step] = (value & 2) != 0 ? 1.0f : (value & 1) != 0 ? 0.5f : 0.0f;
+                lights[(size_t) step] = (value & 2) != 0 ? 1.0f : (value & 1) != 0 ? 0.5f
+                                                                                   : 0.0f;
             }
         }
     }
@@ -166,7 +167,8 @@ void DrumMachine::updateStepLights()
             }
 
             if (same && common >= 0)
-                lights[(size_t) step] = (common & 2) != 0 ? 1.0f : (common & 1) != 0 ? 0.5f : 0.0f;
+                lights[(size_t) step] = (common & 2) != 0 ? 1.0f : (common & 1) != 0 ? 0.5f
+                                                                                     : 0.0f;
         }
     }
     else if (internalSequencer)
@@ -212,10 +214,12 @@ void DrumMachine::updatePatternDisplays()
 
     const bool intSeq = internalSequencer;
     const bool editing = isEditing();
-    parameterManager.setText(patternName, !intSeq ? juce::String() : editing ? sequencer->getEditedName() : sequencer->getNativeName());
+    parameterManager.setText(patternName, !intSeq ? juce::String() : editing ? sequencer->getEditedName()
+                                                                             : sequencer->getNativeName());
     parameterManager.setValue(patternFlam, (float) sequencer->getEditedFlam());
     parameterManager.setValue(patternShuffle, (float) sequencer->getEditedShuffle());
-    parameterManager.setValue(patternTempo, (float) (!intSeq ? 0.0 : editing ? sequencer->getEditedTempo() : sequencer->getNativeTempo()));
+    parameterManager.setValue(patternTempo, (float) (!intSeq ? 0.0 : editing ? sequencer->getEditedTempo()
+                                                                             : sequencer->getNativeTempo()));
     updateScaleRows();
     parameterManager.setBool(nativeModeReadyState, intSeq && !writeMode && !hostMode && !nativeClock.running);
 }

@@ -54,16 +54,17 @@ void Quindrel::parameterChanged(Parameter& parameter)
 
     const double value = parameter.getNormalised();
     if (id == ParameterIds::autoFillIn)
-        seq->setAutoFill(QuindrelSeq::autoFillByPosition[(size_t)juce::jlimit(0, 5, (int)std::floor(value * 5 + 0.5))]);
+        seq->setAutoFill(QuindrelSeq::autoFillByPosition[(size_t) juce::jlimit(0, 5, (int) std::floor(value * 5 + 0.5))]);
     else if (id == ParameterIds::basicVariationMode)
-        seq->setBasicVariationMode(QuindrelSeq::basicVariationByPosition[(size_t)juce::jlimit(0, 2, (int)std::floor(value * 2 + 0.5))]);
+        seq->setBasicVariationMode(QuindrelSeq::basicVariationByPosition[(size_t) juce::jlimit(0, 2, (int) std::floor(value * 2 + 0.5))]);
     else
-        seq->setFillVariationMode(juce::jlimit(0, 1, (int)std::floor(value + 0.5)));
+        seq->setFillVariationMode(juce::jlimit(0, 1, (int) std::floor(value + 0.5)));
 }
 
 void Quindrel::loadMidiMap(const juce::XmlElement& xml)
 {
-    midiControl->loadOlderMap(xml, [this](const juce::String& oldName) { return oldNames->getParameterName(oldName); });
+    midiControl->loadOlderMap(xml, [this](const juce::String& oldName)
+                              { return oldNames->getParameterName(oldName); });
 }
 
 QuindrelSeq* Quindrel::getQuindrelSeq() const

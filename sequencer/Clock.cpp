@@ -49,13 +49,13 @@ int Clock::saturatedCount(double samples)
 {
     // With no tempo yet a wait is infinite (or undefined): the change never
     // comes. The lower bound leaves room for the decrement after each tick.
-    constexpr double most = (double)std::numeric_limits<int>::max();
-    constexpr double least = (double)(std::numeric_limits<int>::min() + 1);
+    constexpr double most = (double) std::numeric_limits<int>::max();
+    constexpr double least = (double) (std::numeric_limits<int>::min() + 1);
     if (!(samples < most))
         return std::numeric_limits<int>::max();
     if (samples < least)
         return std::numeric_limits<int>::min() + 1;
-    return (int)samples;
+    return (int) samples;
 }
 
 bool Clock::isNearPreviousStep() const

@@ -91,8 +91,8 @@ public:
     bool firstTick = false; // the last change of state left state -1
     bool tickedNow = false;
     juce::String name;
-    std::atomic<int> startStopPending{0};
-    std::atomic<int> tickPending{0};
+    std::atomic<int> startStopPending{ 0 };
+    std::atomic<int> tickPending{ 0 };
     juce::ListenerList<Listener> listeners;
 
 protected:

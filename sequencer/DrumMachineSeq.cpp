@@ -34,9 +34,7 @@ void DrumMachineSeq::toggleStep(int track, int step, bool flam)
 
 bool DrumMachineSeq::isMaskedByRandomizer(const Pattern* pattern, int track, int step) const
 {
-    return pattern != nullptr && pattern == randomPattern
-        && randomTracks[(size_t) track] != 0
-        && !(randomThresholds[(size_t) track] > randomLevels[(size_t) track][(size_t) step]);
+    return pattern != nullptr && pattern == randomPattern && randomTracks[(size_t) track] != 0 && !(randomThresholds[(size_t) track] > randomLevels[(size_t) track][(size_t) step]);
 }
 
 int DrumMachineSeq::getRandomizedStep(int track, int step) const

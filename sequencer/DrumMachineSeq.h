@@ -184,13 +184,13 @@ public:
     // The randomizer's mask, read by the step players.
     Pattern* randomPattern = nullptr;
     bool randomActive = false;
-    std::array<juce::uint8, numTracks> randomTracks {};
+    std::array<juce::uint8, numTracks> randomTracks{};
     std::array<float, numTracks> randomThresholds;
     std::array<std::array<float, 16>, numTracks> randomLevels;
 
     // A tap crosses from the message thread by these plain fields; tapRequested
     // is written last.
-    std::array<int, numTracks> tapValues {};
+    std::array<int, numTracks> tapValues{};
     bool tapRequested = false;
     bool tapDeferred = false;
     int tapType = nativeType;

@@ -27,7 +27,7 @@ void Pattern::setStep(int track, int step, int value)
     // The accent track knows only off and accented.
     if (track == Tracks::accent && (value & 1) != 0)
         value |= 2;
-    auto& s = steps[(size_t)track][(size_t)step];
+    auto& s = steps[(size_t) track][(size_t) step];
     s.on = (value & 1) != 0 ? 1 : 0;
     s.accent = (value & 2) != 0 ? 1 : 0;
 }
@@ -36,7 +36,7 @@ void Pattern::setRawStep(int track, int step, bool on, bool accent)
 {
     if (!isValid(track, step))
         return;
-    auto& s = steps[(size_t)track][(size_t)step];
+    auto& s = steps[(size_t) track][(size_t) step];
     s.on = on ? 1 : 0;
     s.accent = accent ? 1 : 0;
 }
@@ -52,7 +52,7 @@ void Pattern::copyTrackFrom(const Pattern& source, int sourceTrack, int targetTr
 void Pattern::clearTrack(int track)
 {
     if (isValid(track, 0))
-        steps[(size_t)track].fill(Step{});
+        steps[(size_t) track].fill(Step{});
 }
 
 void Pattern::clearSteps()
@@ -65,8 +65,8 @@ juce::String Pattern::getTrackString(int track) const
 {
     char text[stepCount];
     for (int step = 0; step < length; ++step)
-        text[step] = (char)StepNotation::toCharacter(getStep(track, step));
-    return juce::String(text, (size_t)length);
+        text[step] = (char) StepNotation::toCharacter(getStep(track, step));
+    return juce::String(text, (size_t) length);
 }
 
 void Pattern::setTrackString(int track, const juce::String& text)
@@ -134,12 +134,12 @@ void Variation::copyFrom(const Variation& source)
 {
     setShuffle(source.shuffle);
     for (int part = 0; part < partCount; ++part)
-        parts[(size_t)part].copyPartFrom(source.parts[(size_t)part]);
+        parts[(size_t) part].copyPartFrom(source.parts[(size_t) part]);
 }
 
 void NativePattern::copyFrom(const NativePattern& source)
 {
     name = source.name;
     for (int variation = 0; variation < variationCount; ++variation)
-        variations[(size_t)variation].copyFrom(source.variations[(size_t)variation]);
+        variations[(size_t) variation].copyFrom(source.variations[(size_t) variation]);
 }

@@ -61,7 +61,7 @@ public:
     // the accent track a value with bit 0 set is stored with bit 1 set too.
     int getStep(int track, int step) const
     {
-        return isValid(track, step) ? steps[(size_t)track][(size_t)step].getValue() : 0;
+        return isValid(track, step) ? steps[(size_t) track][(size_t) step].getValue() : 0;
     }
     void setStep(int track, int step, int value);
 
@@ -112,11 +112,11 @@ public:
 private:
     static bool isValid(int track, int step)
     {
-        return (unsigned)track < (unsigned)Tracks::count && (unsigned)step < (unsigned)stepCount;
+        return (unsigned) track < (unsigned) Tracks::count && (unsigned) step < (unsigned) stepCount;
     }
 
     std::array<std::array<Step, stepCount>, Tracks::count> steps{};
-    juce::String name{"Empty"};
+    juce::String name{ "Empty" };
     int length = stepCount;
     double shuffle = 0.0;
     double tempo = 120.0;
@@ -136,12 +136,12 @@ public:
     Pattern& getPart(int index)
     {
         jassert(juce::isPositiveAndBelow(index, partCount));
-        return parts[(size_t)index];
+        return parts[(size_t) index];
     }
     const Pattern& getPart(int index) const
     {
         jassert(juce::isPositiveAndBelow(index, partCount));
-        return parts[(size_t)index];
+        return parts[(size_t) index];
     }
 
     double getShuffle() const { return shuffle; }
@@ -168,12 +168,12 @@ public:
     Variation& getVariation(int index)
     {
         jassert(juce::isPositiveAndBelow(index, variationCount));
-        return variations[(size_t)index];
+        return variations[(size_t) index];
     }
     const Variation& getVariation(int index) const
     {
         jassert(juce::isPositiveAndBelow(index, variationCount));
-        return variations[(size_t)index];
+        return variations[(size_t) index];
     }
 
     const juce::String& getName() const { return name; }

@@ -61,7 +61,7 @@ void QuindrelSeq::playHostStep(bool late)
         tapDeferred = false;
     }
 
-    playStep(hostPatterns[(size_t)hostPattern], hostStep, late);
+    playStep(hostPatterns[(size_t) hostPattern], hostStep, late);
 }
 
 void QuindrelSeq::playNativeStep(bool late)
@@ -82,7 +82,7 @@ void QuindrelSeq::playStep(const Pattern& pattern, int step, bool late)
 
     const float base = plugin->getBaseVelocity();
     const float strong = plugin->getStrongVelocity();
-    const float boost = plugin->getAccentVelocity() * (float)plugin->getAccentLevel();
+    const float boost = plugin->getAccentVelocity() * (float) plugin->getAccentLevel();
 
     // The accent track fires on the late call too: the engine sees it twice a step.
     const bool accented = !isMaskedByRandomizer(&pattern, accentTrack, step) && (pattern.getStep(accentTrack, step) & 1) != 0;
@@ -154,9 +154,9 @@ bool QuindrelSeq::advanceNative()
 void QuindrelSeq::recordStep(int track, int value, int type)
 {
     if (type == hostType)
-        hostPatterns[(size_t)hostPattern].setStep(track, hostStep, value);
+        hostPatterns[(size_t) hostPattern].setStep(track, hostStep, value);
     else
-        nativePatterns[(size_t)nativePattern].getVariation(nativeVariation).getPart(nativePart).setStep(track, nativeStep, value);
+        nativePatterns[(size_t) nativePattern].getVariation(nativeVariation).getPart(nativePart).setStep(track, nativeStep, value);
 }
 
 //==============================================================================
@@ -195,22 +195,22 @@ bool QuindrelSeq::editingHost() const
 
 Variation& QuindrelSeq::editedNativeVariation()
 {
-    return nativePatterns[(size_t)editedNativePattern].getVariation(editedVariation);
+    return nativePatterns[(size_t) editedNativePattern].getVariation(editedVariation);
 }
 
 const Variation& QuindrelSeq::editedNativeVariation() const
 {
-    return nativePatterns[(size_t)editedNativePattern].getVariation(editedVariation);
+    return nativePatterns[(size_t) editedNativePattern].getVariation(editedVariation);
 }
 
 Pattern& QuindrelSeq::editedPattern()
 {
-    return editingHost() ? hostPatterns[(size_t)editedHostPattern] : editedNativeVariation().getPart(editedPart);
+    return editingHost() ? hostPatterns[(size_t) editedHostPattern] : editedNativeVariation().getPart(editedPart);
 }
 
 const Pattern& QuindrelSeq::editedPattern() const
 {
-    return editingHost() ? hostPatterns[(size_t)editedHostPattern] : editedNativeVariation().getPart(editedPart);
+    return editingHost() ? hostPatterns[(size_t) editedHostPattern] : editedNativeVariation().getPart(editedPart);
 }
 
 void QuindrelSeq::editNextPattern()
@@ -231,15 +231,15 @@ void QuindrelSeq::editPreviousPattern()
 
 juce::String QuindrelSeq::getEditedName() const
 {
-    return editingHost() ? hostPatterns[(size_t)editedHostPattern].getName() : nativePatterns[(size_t)editedNativePattern].getName();
+    return editingHost() ? hostPatterns[(size_t) editedHostPattern].getName() : nativePatterns[(size_t) editedNativePattern].getName();
 }
 
 void QuindrelSeq::setEditedName(const juce::String& name)
 {
     if (editingHost())
-        hostPatterns[(size_t)editedHostPattern].setName(name);
+        hostPatterns[(size_t) editedHostPattern].setName(name);
     else
-        nativePatterns[(size_t)editedNativePattern].setName(name);
+        nativePatterns[(size_t) editedNativePattern].setName(name);
 }
 
 double QuindrelSeq::getEditedShuffle() const
@@ -281,7 +281,7 @@ void QuindrelSeq::copyPattern()
     if (editingHost())
         patternClipboard.copyFrom(editedPattern());
     else
-        nativeClipboard.copyFrom(nativePatterns[(size_t)editedNativePattern]);
+        nativeClipboard.copyFrom(nativePatterns[(size_t) editedNativePattern]);
 }
 
 void QuindrelSeq::pastePattern()
@@ -289,7 +289,7 @@ void QuindrelSeq::pastePattern()
     if (editingHost())
         editedPattern().copyFrom(patternClipboard);
     else
-        nativePatterns[(size_t)editedNativePattern].copyFrom(nativeClipboard);
+        nativePatterns[(size_t) editedNativePattern].copyFrom(nativeClipboard);
 }
 
 bool QuindrelSeq::isEditedHostPlaying() const
@@ -339,9 +339,9 @@ bool QuindrelSeq::editStartPattern()
 juce::String QuindrelSeq::getPatternName(int index, int type) const
 {
     if (type == hostType)
-        return juce::isPositiveAndBelow(index, hostPatternCount) ? hostPatterns[(size_t)index].getName() : juce::String();
+        return juce::isPositiveAndBelow(index, hostPatternCount) ? hostPatterns[(size_t) index].getName() : juce::String();
 
-    return juce::isPositiveAndBelow(index, nativePatternCount) ? nativePatterns[(size_t)index].getName() : juce::String();
+    return juce::isPositiveAndBelow(index, nativePatternCount) ? nativePatterns[(size_t) index].getName() : juce::String();
 }
 
 void QuindrelSeq::setPatternName(int index, const juce::String& name, int type)
@@ -349,11 +349,11 @@ void QuindrelSeq::setPatternName(int index, const juce::String& name, int type)
     if (type == hostType)
     {
         if (juce::isPositiveAndBelow(index, hostPatternCount))
-            hostPatterns[(size_t)index].setName(name);
+            hostPatterns[(size_t) index].setName(name);
     }
     else if (juce::isPositiveAndBelow(index, nativePatternCount))
     {
-        nativePatterns[(size_t)index].setName(name);
+        nativePatterns[(size_t) index].setName(name);
     }
 }
 

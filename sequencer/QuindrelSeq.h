@@ -30,9 +30,9 @@ public:
     static constexpr int variationAB = 2;
 
     // The positions of the "Auto Fill In" switch and what they mean.
-    static constexpr std::array<int, 6> autoFillByPosition{0, 16, 12, 8, 4, 2};
+    static constexpr std::array<int, 6> autoFillByPosition{ 0, 16, 12, 8, 4, 2 };
     // The positions of the "Basic Variation Mode" switch: A, AB, B.
-    static constexpr std::array<int, 3> basicVariationByPosition{variationA, variationAB, variationB};
+    static constexpr std::array<int, 3> basicVariationByPosition{ variationA, variationAB, variationB };
 
     QuindrelSeq(DrumMachine* owner, DrumMachineCore* engine);
 
@@ -79,7 +79,7 @@ public:
     int getHostScale() const override { return playingHost().getScale(); }
     int getNativeScale() const override { return playingPart().getScale(); }
     juce::String getHostName() const override { return playingHost().getName(); }
-    juce::String getNativeName() const override { return nativePatterns[(size_t)nativePattern].getName(); }
+    juce::String getNativeName() const override { return nativePatterns[(size_t) nativePattern].getName(); }
     void markPosition() override;
     bool positionChanged() const override;
     bool isPatternLit(int index) const override;
@@ -130,8 +130,8 @@ public:
     void setEditedPart(int part) { editedPart = juce::jlimit(0, 1, part); }
 
     // The stores, for the file forms and for tests.
-    Pattern& getHostPatternAt(int index) { return hostPatterns[(size_t)juce::jlimit(0, hostPatternCount - 1, index)]; }
-    NativePattern& getNativePatternAt(int index) { return nativePatterns[(size_t)juce::jlimit(0, nativePatternCount - 1, index)]; }
+    Pattern& getHostPatternAt(int index) { return hostPatterns[(size_t) juce::jlimit(0, hostPatternCount - 1, index)]; }
+    NativePattern& getNativePatternAt(int index) { return nativePatterns[(size_t) juce::jlimit(0, nativePatternCount - 1, index)]; }
 
     // Panel operations of native mode (message thread). Each writes single
     // words that the next step or block picks up.
@@ -179,8 +179,8 @@ private:
     Variation& editedNativeVariation();
     const Variation& editedNativeVariation() const;
 
-    const Pattern& playingHost() const { return hostPatterns[(size_t)hostPattern]; }
-    const Variation& playingVariation() const { return nativePatterns[(size_t)nativePattern].getVariation(nativeVariation); }
+    const Pattern& playingHost() const { return hostPatterns[(size_t) hostPattern]; }
+    const Variation& playingVariation() const { return nativePatterns[(size_t) nativePattern].getVariation(nativeVariation); }
     const Pattern& playingPart() const { return playingVariation().getPart(nativePart); }
 
     // Plays one step of a pattern: the accent track on both calls, the

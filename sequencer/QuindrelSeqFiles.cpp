@@ -13,8 +13,8 @@ namespace
 constexpr const char* defaultApplication = "Quindrel";
 constexpr const char* defaultShortName = "QD";
 
-const char* const variationTags[] = {"VariationA", "VariationB"};
-const char* const partTags[] = {"Part1", "Part2"};
+const char* const variationTags[] = { "VariationA", "VariationB" };
+const char* const partTags[] = { "Part1", "Part2" };
 
 // A decimal attribute, or an older name for it, or a default.
 double readDouble(const juce::XmlElement& xml, const char* name, const char* olderName, double fallback)
@@ -198,11 +198,11 @@ void QuindrelSeq::readPattern(const juce::XmlElement& xml, int index, int type)
     if (type == hostType)
     {
         if (juce::isPositiveAndBelow(index, hostPatternCount))
-            readHostPattern(xml, hostPatterns[(size_t)index]);
+            readHostPattern(xml, hostPatterns[(size_t) index]);
     }
     else if (juce::isPositiveAndBelow(index, nativePatternCount))
     {
-        readNativePattern(xml, nativePatterns[(size_t)index]);
+        readNativePattern(xml, nativePatterns[(size_t) index]);
     }
 }
 
@@ -214,7 +214,7 @@ std::unique_ptr<juce::XmlElement> QuindrelSeq::writePattern(int index, int type)
 
     if (type == hostType)
     {
-        const auto& pattern = hostPatterns[(size_t)juce::jlimit(0, hostPatternCount - 1, index)];
+        const auto& pattern = hostPatterns[(size_t) juce::jlimit(0, hostPatternCount - 1, index)];
         xml->setAttribute("name", pattern.getName());
         xml->setAttribute("type", "hostPattern");
         xml->setAttribute("length", pattern.getLength());
@@ -225,7 +225,7 @@ std::unique_ptr<juce::XmlElement> QuindrelSeq::writePattern(int index, int type)
         return xml;
     }
 
-    const auto& pattern = nativePatterns[(size_t)juce::jlimit(0, nativePatternCount - 1, index)];
+    const auto& pattern = nativePatterns[(size_t) juce::jlimit(0, nativePatternCount - 1, index)];
     xml->setAttribute("name", pattern.getName());
     xml->setAttribute("type", "nativePattern");
 

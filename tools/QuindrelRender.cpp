@@ -109,7 +109,8 @@ int main(int argc, char* argv[])
     }
     catch (const BadInput& error)
     {
-        std::cerr << "quindrel-render: " << error.what() << "\n\n" << renderUsage;
+        std::cerr << "quindrel-render: " << error.what() << "\n\n"
+                  << renderUsage;
         return exitBadInput;
     }
 

@@ -8,20 +8,20 @@
 // What quindrel-render was asked to do, from its command line.
 struct RenderOptions
 {
-    juce::File midiIn;                  // empty: no MIDI input
-    std::optional<double> seconds;      // length of the render; by default from the input
+    juce::File midiIn;             // empty: no MIDI input
+    std::optional<double> seconds; // length of the render; by default from the input
     double sampleRate = 48000.0;
     int blockSize = 512;
     double tempo = 120.0;
-    bool transport = true;              // a play head that plays from ppq 0
-    std::optional<int> outputType;      // stereo or mono buses; by default the settings' type
-    bool allOutputs = false;            // every output channel, not only the main pair
-    std::optional<bool> sequencer;      // the internal sequencer on or off; by default as started
+    bool transport = true;         // a play head that plays from ppq 0
+    std::optional<int> outputType; // stereo or mono buses; by default the settings' type
+    bool allOutputs = false;       // every output channel, not only the main pair
+    std::optional<bool> sequencer; // the internal sequencer on or off; by default as started
     juce::File midiOut, eventsOut, settings;
     juce::Array<juce::File> patternBanks;
     juce::File controlMap;
-    std::optional<int> nativePattern;   // 1 to 16, as the step buttons choose
-    std::optional<int> hostPatternKey;  // 12 to 107
+    std::optional<int> nativePattern;  // 1 to 16, as the step buttons choose
+    std::optional<int> hostPatternKey; // 12 to 107
     juce::File output;
     bool help = false;
 };

@@ -23,7 +23,7 @@ public:
         info.setTimeInSamples(samplePosition);
         info.setTimeInSeconds((double) samplePosition / sampleRate);
         info.setPpqPosition((double) samplePosition / sampleRate * tempo / 60.0);
-        info.setTimeSignature(juce::AudioPlayHead::TimeSignature { 4, 4 });
+        info.setTimeSignature(juce::AudioPlayHead::TimeSignature{ 4, 4 });
         return info;
     }
 
@@ -111,7 +111,8 @@ void RenderSession::readMidiFile()
         }
     }
 
-    std::stable_sort(input.begin(), input.end(), [](const auto& a, const auto& b) { return a.sample < b.sample; });
+    std::stable_sort(input.begin(), input.end(), [](const auto& a, const auto& b)
+                     { return a.sample < b.sample; });
     lengthSeconds = last + 2.0;
 }
 

@@ -18,14 +18,14 @@ constexpr int noVoice = -2;
 // (an engine index, wholeKit or noVoice).
 void renderFrames(benchmark::State& state)
 {
-    const auto sampleRate = (float)state.range(0);
-    const auto voice = (int)state.range(1);
+    const auto sampleRate = (float) state.range(0);
+    const auto voice = (int) state.range(1);
     QuindrelCore core;
     core.setSampleRate(sampleRate);
     for (int id = 0; id <= 58; ++id)
         core.setParameter(id, 0.5f);
 
-    const auto retriggerPeriod = (long)(sampleRate * 0.1f);
+    const auto retriggerPeriod = (long) (sampleRate * 0.1f);
     std::array<double, DrumMachineCore::numInstruments> frame{};
     long position = 0;
     for (auto _ : state)
@@ -42,27 +42,27 @@ void renderFrames(benchmark::State& state)
     }
 
     // Seconds of audio rendered per second of wall time.
-    state.counters["xRealTime"] = benchmark::Counter((double)state.iterations() / sampleRate, benchmark::Counter::kIsRate);
+    state.counters["xRealTime"] = benchmark::Counter((double) state.iterations() / sampleRate, benchmark::Counter::kIsRate);
 }
 
-constexpr long rates[] = {44100, 96000, 192000};
+constexpr long rates[] = { 44100, 96000, 192000 };
 
 void idleAndKit(benchmark::internal::Benchmark* b)
 {
-    b->ArgNames({"rate", "voice"});
+    b->ArgNames({ "rate", "voice" });
     for (long rate : rates)
     {
-        b->Args({rate, noVoice});
-        b->Args({rate, wholeKit});
+        b->Args({ rate, noVoice });
+        b->Args({ rate, wholeKit });
     }
 }
 
 void eachVoice(benchmark::internal::Benchmark* b)
 {
-    b->ArgNames({"rate", "voice"});
+    b->ArgNames({ "rate", "voice" });
     for (long rate : rates)
         for (int voice = 0; voice < DrumMachineCore::numInstruments; ++voice)
-            b->Args({rate, voice});
+            b->Args({ rate, voice });
 }
 
 void BM_RenderFrame(benchmark::State& state)

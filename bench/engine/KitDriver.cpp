@@ -38,7 +38,7 @@ __attribute__((noinline)) double renderKit(QuindrelCore& core, long frames)
 
 int main(int argc, char** argv)
 {
-    const float sampleRate = argc > 1 ? (float)std::atof(argv[1]) : 44100.0f;
+    const float sampleRate = argc > 1 ? (float) std::atof(argv[1]) : 44100.0f;
     const long frames = argc > 2 ? std::atol(argv[2]) : 4410;
     const long warmUp = argc > 3 ? std::atol(argv[3]) : 0;
 
@@ -59,6 +59,6 @@ int main(int argc, char** argv)
     int sounding = 0;
     for (int voice = 0; voice < DrumMachineCore::numInstruments; ++voice)
         sounding += core.getInstrument(voice).isActive() ? 1 : 0;
-    std::printf("%ld frames at %.0f Hz, %d voices still sounding, sum %g\n", frames, (double)sampleRate, sounding, sum);
+    std::printf("%ld frames at %.0f Hz, %d voices still sounding, sum %g\n", frames, (double) sampleRate, sounding, sum);
     return 0;
 }

@@ -20,7 +20,7 @@ std::array<double, argumentCount> spread(double from, double to)
     {
         // A scrambled order, so that branch predictors see no pattern.
         const size_t j = (i * 389) % argumentCount;
-        values[j] = from + (to - from) * (double)i / (double)(argumentCount - 1);
+        values[j] = from + (to - from) * (double) i / (double) (argumentCount - 1);
     }
     return values;
 }
@@ -37,7 +37,7 @@ void callEach(benchmark::State& state, Function function, double from, double to
             benchmark::DoNotOptimize(y);
         }
     }
-    state.counters["perCall"] = benchmark::Counter((double)argumentCount, benchmark::Counter::kIsIterationInvariantRate | benchmark::Counter::kInvert);
+    state.counters["perCall"] = benchmark::Counter((double) argumentCount, benchmark::Counter::kIsIterationInvariantRate | benchmark::Counter::kInvert);
 }
 
 // The bends of the metal voices and the shapers: wide arguments.

@@ -17,8 +17,22 @@ constexpr int sixteenth = 6000; // samples at 120 BPM
 
 // One bar of sixteenths: the keys that sound on each step (General MIDI map).
 const std::vector<std::vector<int>> groove = {
-    { 36, 42, 49 }, { 42 }, { 42, 75 }, { 42, 37 }, { 38, 42 }, { 42 }, { 36, 42 }, { 42, 63 },
-    { 42, 36 }, { 42, 75 }, { 36, 42 }, { 42, 37 }, { 38, 42 }, { 42, 60 }, { 46 }, { 38, 50, 45 },
+    { 36, 42, 49 },
+    { 42 },
+    { 42, 75 },
+    { 42, 37 },
+    { 38, 42 },
+    { 42 },
+    { 36, 42 },
+    { 42, 63 },
+    { 42, 36 },
+    { 42, 75 },
+    { 36, 42 },
+    { 42, 37 },
+    { 38, 42 },
+    { 42, 60 },
+    { 46 },
+    { 38, 50, 45 },
 };
 
 struct Instance
@@ -83,9 +97,8 @@ void BM_EngineAloneGroove(benchmark::State& state)
         core.setParameter(id, 0.5f);
 
     // The drum map's instruments of the groove's keys.
-    const std::map<int, int> instrumentOfKey = { { 36, 0 }, { 38, 1 }, { 60, 4 }, { 63, 3 }, { 45, 5 }, { 50, 7 },
-                                                 { 75, 8 }, { 37, 9 }, { 49, 14 }, { 46, 15 }, { 42, 16 } };
-    std::array<double, DrumMachineCore::numInstruments> frame {};
+    const std::map<int, int> instrumentOfKey = { { 36, 0 }, { 38, 1 }, { 60, 4 }, { 63, 3 }, { 45, 5 }, { 50, 7 }, { 75, 8 }, { 37, 9 }, { 49, 14 }, { 46, 15 }, { 42, 16 } };
+    std::array<double, DrumMachineCore::numInstruments> frame{};
     juce::int64 position = 0;
 
     for (auto _ : state)

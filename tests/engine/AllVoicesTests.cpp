@@ -11,9 +11,9 @@ TEST(EngineVoices, EveryVoiceStaysFiniteAndEnds)
 {
     for (float sr : enginetest::knownRates)
     {
-        for (float knob : {0.0f, 0.5f, 1.0f})
+        for (float knob : { 0.0f, 0.5f, 1.0f })
         {
-            for (float velocity : {0.0f, 0.378f, 1.4f})
+            for (float velocity : { 0.0f, 0.378f, 1.4f })
             {
                 QuindrelCore core;
                 core.setSampleRate(sr);
@@ -23,7 +23,7 @@ TEST(EngineVoices, EveryVoiceStaysFiniteAndEnds)
                     core.trigger(voice, velocity);
 
                 enginetest::Frame frame{};
-                const long limit = (long)(sr * 10.0f);
+                const long limit = (long) (sr * 10.0f);
                 long frames = 0;
                 for (bool sounding = true; sounding && frames < limit; ++frames)
                 {
@@ -31,7 +31,7 @@ TEST(EngineVoices, EveryVoiceStaysFiniteAndEnds)
                     sounding = false;
                     for (int voice : enginetest::soundingVoices())
                     {
-                        const double y = frame[(size_t)voice];
+                        const double y = frame[(size_t) voice];
                         ASSERT_TRUE(std::isfinite(y) && std::fpclassify(y) != FP_SUBNORMAL)
                             << "voice " << voice << " gives " << y << " at frame " << frames << ", " << sr << " Hz, knobs " << knob << ", velocity " << velocity;
                         sounding = sounding || core.getInstrument(voice).isActive();

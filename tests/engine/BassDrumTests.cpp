@@ -39,7 +39,7 @@ std::pair<int, int> envelopePhases(float sampleRate)
         previous = e;
     }
     EXPECT_EQ(previous, 0.0) << "the envelope should end at 0";
-    return {rise, fall};
+    return { rise, fall };
 }
 
 // The rise lasts sr * 0.0043 samples; the fall is a cubic that reaches 0 after
@@ -53,14 +53,14 @@ TEST(EngineBassDrum, PitchEnvelopeLengthsInSamples)
 
 TEST(EngineBassDrum, RingSettlesNearItsRestingFrequency)
 {
-    for (float sr : {44100.0f, 96000.0f})
+    for (float sr : { 44100.0f, 96000.0f })
     {
         auto core = enginetest::makeEngine(sr);
         core->setParameter(19, 1.0f); // longest decay
         core->trigger(bassDrum, 1.0f);
-        const auto out = enginetest::renderVoice(*core, bassDrum, (int)sr);
+        const auto out = enginetest::renderVoice(*core, bassDrum, (int) sr);
         // 47.5 Hz at rest, plus what is left of the sweep.
-        const double f = enginetest::zeroCrossingFrequency(out, (size_t)(sr * 0.25f), out.size(), sr);
+        const double f = enginetest::zeroCrossingFrequency(out, (size_t) (sr * 0.25f), out.size(), sr);
         EXPECT_GT(f, 46.0) << sr;
         EXPECT_LT(f, 50.0) << sr;
     }

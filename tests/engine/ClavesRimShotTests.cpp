@@ -14,7 +14,7 @@ TEST(EngineClaves, RingsAtItsTuningAtEveryRate)
 {
     for (float sr : enginetest::knownRates)
     {
-        for (double tuning : {0.0, 0.5, 1.0})
+        for (double tuning : { 0.0, 0.5, 1.0 })
         {
             QuindrelClaves voice;
             voice.setSampleRate(sr);
@@ -46,7 +46,7 @@ TEST(EngineRimShot, ShapedOutputStaysBoundedAndEnds)
 {
     for (float sr : enginetest::knownRates)
     {
-        for (float velocity : {0.3779527559055118f, 1.0f, 1.623f})
+        for (float velocity : { 0.3779527559055118f, 1.0f, 1.623f })
         {
             QuindrelRimShot voice;
             voice.setSampleRate(sr);

@@ -20,7 +20,7 @@ constexpr int hiTom = 7;
 constexpr int claves = 8;
 constexpr int rimShot = 9;
 constexpr int laserGun = 13;
-constexpr float knownRates[] = {44100.0f, 48000.0f, 88200.0f, 96000.0f, 192000.0f};
+constexpr float knownRates[] = { 44100.0f, 48000.0f, 88200.0f, 96000.0f, 192000.0f };
 
 // The noise and metal voices.
 constexpr int maracas = 10;
@@ -48,12 +48,12 @@ inline const std::vector<int>& soundingVoices()
 // Renders frames and keeps the output of one voice.
 inline std::vector<double> renderVoice(DrumMachineCore& core, int voice, int frames)
 {
-    std::vector<double> out((size_t)frames);
+    std::vector<double> out((size_t) frames);
     Frame frame{};
     for (auto& y : out)
     {
         core.renderFrame(frame.data());
-        y = frame[(size_t)voice];
+        y = frame[(size_t) voice];
     }
     return out;
 }
@@ -67,7 +67,7 @@ inline std::unique_ptr<QuindrelCore> makeEngine(float sampleRate = 44100.0f, flo
     for (int id = 0; id < 58; ++id)
         core->setParameter(id, id < DrumMachineCore::numInstruments ? level : 0.5f);
     core->setParameter(58, 1.0f);
-    renderVoice(*core, 0, (int)(sampleRate * 0.5f));
+    renderVoice(*core, 0, (int) (sampleRate * 0.5f));
     return core;
 }
 
@@ -103,6 +103,6 @@ inline double zeroCrossingFrequency(const std::vector<double>& signal, size_t fr
             last = i;
         }
     }
-    return count < 2 ? 0.0 : (double)(count - 1) * sampleRate / (double)(last - first);
+    return count < 2 ? 0.0 : (double) (count - 1) * sampleRate / (double) (last - first);
 }
 } // namespace enginetest

@@ -30,7 +30,7 @@ void checkAgainstGolden(int voice, float sampleRate, const std::string& name)
             core->trigger(voice, 0.3779527559055118f + 0.377f);
         core->renderFrame(frame.data());
         if (i % stride == 0)
-            rendered.push_back(frame[(size_t)voice]);
+            rendered.push_back(frame[(size_t) voice]);
     }
 
     const auto path = std::string(QUINDREL_SOURCE_DIR) + "/tests/data/engine/" + name + ".txt";

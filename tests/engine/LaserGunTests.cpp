@@ -10,7 +10,7 @@ namespace
 {
 std::vector<double> renderOn(QuindrelLaserGun& gun, int n)
 {
-    std::vector<double> out((size_t)n);
+    std::vector<double> out((size_t) n);
     for (auto& y : out)
         y = gun.renderSample();
     return out;
@@ -29,13 +29,13 @@ size_t risingCrossings(const std::vector<double>& signal)
 // so the cycles of a note are the sum of its frequencies over the sample rate.
 TEST(EngineLaserGun, PitchSweepsDownTo40Hz)
 {
-    for (float sr : {44100.0f, 96000.0f, 192000.0f})
+    for (float sr : { 44100.0f, 96000.0f, 192000.0f })
     {
         QuindrelLaserGun flat;
         flat.setSampleRate(sr);
         flat.setDecay(1.0);
         flat.trigger(1.0f);
-        const auto out = renderOn(flat, (int)(sr * 0.5f));
+        const auto out = renderOn(flat, (int) (sr * 0.5f));
         EXPECT_NEAR(enginetest::zeroCrossingFrequency(out, 0, out.size(), sr), 40.0, 0.1) << "depth 0 at " << sr;
 
         QuindrelLaserGun swept;
@@ -44,16 +44,16 @@ TEST(EngineLaserGun, PitchSweepsDownTo40Hz)
         swept.setSweep(0.5);
         swept.setDecay(1.0);
         swept.trigger(1.0f);
-        const auto note = renderOn(swept, (int)(sr * 0.2f));
+        const auto note = renderOn(swept, (int) (sr * 0.2f));
         // The envelope already falls while the old note fades; the phase
         // advances from the last sample of the fade on.
         const double rate = QuindrelLaserGun::sweepRateForKnob(0.5, swept.getSampleRateInfo().rateScale);
-        const auto fade = (size_t)std::ceil(sr * 0.00097);
+        const auto fade = (size_t) std::ceil(sr * 0.00097);
         double cycles = 0.0, envelope = 1.0;
         for (size_t i = 0; i < note.size(); ++i, envelope *= 1.0 - rate)
             cycles += i + 1 < fade ? 0.0 : (0.1 * envelope * 35050.0 + 40.0) / sr;
         // One rising crossing for each cycle begun, the first at phase 0.
-        EXPECT_NEAR((double)risingCrossings(note) - 0.5, cycles, 0.55) << "depth 0.5 at " << sr;
+        EXPECT_NEAR((double) risingCrossings(note) - 0.5, cycles, 0.55) << "depth 0.5 at " << sr;
     }
 }
 
@@ -88,7 +88,7 @@ TEST(EngineLaserGun, NewNoteStartsAfterFadingTheOldOne)
 TEST(EngineLaserGun, TriggerAtLevelZeroDoesNotRestart)
 {
     QuindrelLaserGun retriggered, untouched;
-    for (auto* gun : {&retriggered, &untouched})
+    for (auto* gun : { &retriggered, &untouched })
     {
         gun->setSampleRate(96000.0f);
         gun->setDecay(1.0);

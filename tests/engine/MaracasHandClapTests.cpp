@@ -19,13 +19,13 @@ struct TestNoise
     double next()
     {
         state = state * 1664525u + 1013904223u;
-        return (double)(int32_t)state / 4294967296.0;
+        return (double) (int32_t) state / 4294967296.0;
     }
 };
 
 double peakBetween(const std::vector<double>& signal, size_t from, size_t to)
 {
-    return peakOf(std::vector<double>(signal.begin() + (long)from, signal.begin() + (long)to));
+    return peakOf(std::vector<double>(signal.begin() + (long) from, signal.begin() + (long) to));
 }
 
 // 50 ms of maracas, the tone moved to toneLater (if given) a quarter of the way in.
@@ -35,7 +35,7 @@ std::vector<double> renderMaracas(float sampleRate, double toneLater = -1.0)
     voice.setSampleRate(sampleRate);
     voice.setTone(0.5);
     voice.trigger(1.0f);
-    std::vector<double> out((size_t)(sampleRate * 0.05f));
+    std::vector<double> out((size_t) (sampleRate * 0.05f));
     for (size_t i = 0; i < out.size(); ++i)
     {
         if (toneLater >= 0.0 && i == out.size() / 4)
@@ -56,8 +56,8 @@ TEST(EngineMaracas, ReleaseIsFarShorterInSecondsAtHighRatesAndToneActsAtOnce)
     auto fallAfterOneMillisecond = [](float sr)
     {
         const auto out = renderMaracas(sr);
-        const auto gateEnd = (size_t)(sr * 0.02f);
-        const auto later = gateEnd + (size_t)(sr * 0.001f);
+        const auto gateEnd = (size_t) (sr * 0.02f);
+        const auto later = gateEnd + (size_t) (sr * 0.001f);
         return peakBetween(out, later - 8, later) / peakBetween(out, gateEnd - 8, gateEnd);
     };
     EXPECT_GT(fallAfterOneMillisecond(44100.0f), 0.75);

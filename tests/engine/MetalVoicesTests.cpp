@@ -22,11 +22,11 @@ namespace
 double amplitudeAt(const std::vector<double>& signal, double f, double sampleRate)
 {
     double re = 0.0, im = 0.0, windowSum = 0.0;
-    const auto n = (double)signal.size();
+    const auto n = (double) signal.size();
     for (size_t i = 0; i < signal.size(); ++i)
     {
-        const double w = 0.5 - 0.5 * std::cos(quindrel::twoPi * (double)i / n);
-        const double phase = quindrel::twoPi * f * (double)i / sampleRate;
+        const double w = 0.5 - 0.5 * std::cos(quindrel::twoPi * (double) i / n);
+        const double phase = quindrel::twoPi * f * (double) i / sampleRate;
         re += w * signal[i] * std::cos(phase);
         im += w * signal[i] * std::sin(phase);
         windowSum += w;
@@ -46,7 +46,7 @@ double rms(const std::vector<double>& signal, size_t from, size_t to)
     double sum = 0.0;
     for (size_t i = from; i < to; ++i)
         sum += signal[i] * signal[i];
-    return std::sqrt(sum / (double)(to - from));
+    return std::sqrt(sum / (double) (to - from));
 }
 
 // Samples from the trigger until the voice has last been above 1% of its peak.
@@ -65,27 +65,27 @@ size_t audibleLength(const std::vector<double>& signal)
 // cow bell's own two at two tunings.
 TEST(EngineMetalVoices, OscillatorsSoundAtTheirFrequencies)
 {
-    for (float sr : {44100.0f, 96000.0f})
+    for (float sr : { 44100.0f, 96000.0f })
     {
         QuindrelCore core;
         core.setSampleRate(sr);
-        std::vector<double> bank((size_t)sr);
+        std::vector<double> bank((size_t) sr);
         enginetest::Frame frame{};
         for (auto& y : bank)
         {
             core.renderFrame(frame.data());
             y = core.getMetalLow();
         }
-        for (double f : {543.499, 806.5, 510.2, 292.4, 361.7, 210.1})
+        for (double f : { 543.499, 806.5, 510.2, 292.4, 361.7, 210.1 })
             EXPECT_TRUE(isSpectralPeak(bank, f, sr)) << "bank " << f << " Hz at " << sr;
 
-        for (double tuning : {0.5, 1.0})
+        for (double tuning : { 0.5, 1.0 })
         {
             auto engine = makeEngine(sr);
-            engine->setParameter(46, (float)tuning);
+            engine->setParameter(46, (float) tuning);
             engine->trigger(cowBell, 1.0f);
-            const auto out = renderVoice(*engine, cowBell, (int)(sr * 0.25f));
-            for (double f : {2.58686, 3.8386482})
+            const auto out = renderVoice(*engine, cowBell, (int) (sr * 0.25f));
+            for (double f : { 2.58686, 3.8386482 })
                 EXPECT_TRUE(isSpectralPeak(out, (tuning + 0.5) * 210.1 * f, sr)) << "cow bell tuning " << tuning << " at " << sr;
         }
     }
@@ -94,19 +94,19 @@ TEST(EngineMetalVoices, OscillatorsSoundAtTheirFrequencies)
 TEST(EngineMetalVoices, KnobCurvesPassTheirPoints)
 {
     const std::pair<double (*)(double), std::vector<double>> curves[] = {
-        {QuindrelOpenHiHat::decayRateForKnob, {0.00032, 0.0001, 0.00006}},
-        {QuindrelClosedHiHat::decayRateForKnob, {0.004, 0.0013, 0.00032}},
-        {QuindrelCowBell::decayFactorForKnob, {10.0, 2.0, 1.0}},
-        {QuindrelHandClap::reverbRateForKnob, {0.0005, 0.0002, 0.0001}},
+        { QuindrelOpenHiHat::decayRateForKnob, { 0.00032, 0.0001, 0.00006 } },
+        { QuindrelClosedHiHat::decayRateForKnob, { 0.004, 0.0013, 0.00032 } },
+        { QuindrelCowBell::decayFactorForKnob, { 10.0, 2.0, 1.0 } },
+        { QuindrelHandClap::reverbRateForKnob, { 0.0005, 0.0002, 0.0001 } },
     };
     for (const auto& [curve, points] : curves)
         for (size_t i = 0; i < 3; ++i)
-            EXPECT_NEAR(curve(0.5 * (double)i), points[i], points[i] * 1e-9) << "curve at " << 0.5 * (double)i;
+            EXPECT_NEAR(curve(0.5 * (double) i), points[i], points[i] * 1e-9) << "curve at " << 0.5 * (double) i;
 }
 
 TEST(EngineMetalVoices, DecayKnobSetsTheLength)
 {
-    const std::pair<int, int> decayRows[] = {{cowBell, 47}, {cymbal, 52}, {enginetest::openHiHat, 54}, {enginetest::closedHiHat, 56}};
+    const std::pair<int, int> decayRows[] = { { cowBell, 47 }, { cymbal, 52 }, { enginetest::openHiHat, 54 }, { enginetest::closedHiHat, 56 } };
     for (const auto& [voice, row] : decayRows)
     {
         auto lengthAt = [voice = voice, row = row](float decay)
@@ -184,7 +184,7 @@ TEST(EngineMetalVoices, ClosedHatChokesTheOpenOneAfterItsAttack)
     // Fired during the attack, the choke waits for its end and then shortens the decay.
     const auto early = runOpenHat(10);
     for (int i = 0; i < attack; ++i)
-        ASSERT_EQ(early.envelope[(size_t)i], free.envelope[(size_t)i]) << "the attack changed at " << i;
+        ASSERT_EQ(early.envelope[(size_t) i], free.envelope[(size_t) i]) << "the attack changed at " << i;
     EXPECT_LT(early.envelope[2000], 0.5 * free.envelope[2000]);
     EXPECT_LT(audibleLength(early.output), audibleLength(free.output) / 2);
 
@@ -205,11 +205,12 @@ TEST(EngineMetalVoices, ClosedHatChokesTheOpenOneAfterItsAttack)
 TEST(EngineCore, NoiseAndMetalKnobRowsReachTheirVoices)
 {
     const std::pair<int, std::vector<int>> rows[] = {
-        {43, {10}}, {44, {11}}, {45, {11}}, {46, {12}}, {47, {12}}, {51, {14}}, {52, {14}}, {53, {15}}, {54, {15}}, {55, {16}}, {56, {16}},
+        { 43, { 10 } }, { 44, { 11 } }, { 45, { 11 } }, { 46, { 12 } }, { 47, { 12 } }, { 51, { 14 } }, { 52, { 14 } }, { 53, { 15 } }, { 54, { 15 } }, { 55, { 16 } }, { 56, { 16 } },
         // Hi Hat Filters Freq moves the bank's band-passes under all three.
-        {57, {14, 15, 16}}};
+        { 57, { 14, 15, 16 } }
+    };
     // The closed hat before the open one, so that it does not choke it.
-    constexpr int voices[] = {10, 11, 12, 14, 16, 15};
+    constexpr int voices[] = { 10, 11, 12, 14, 16, 15 };
 
     for (const auto& [row, reached] : rows)
     {
@@ -220,7 +221,7 @@ TEST(EngineCore, NoiseAndMetalKnobRowsReachTheirVoices)
         enginetest::Frame a{}, b{}, difference{};
         for (int i = 0; i < 30000; ++i)
         {
-            for (auto* core : {low.get(), high.get()})
+            for (auto* core : { low.get(), high.get() })
                 for (int voice : voices)
                     if (i % 5000 == 0)
                         core->trigger(voice, 1.0f);
@@ -230,6 +231,6 @@ TEST(EngineCore, NoiseAndMetalKnobRowsReachTheirVoices)
                 difference[v] = std::fmax(difference[v], std::fabs(a[v] - b[v]));
         }
         for (int v = 0; v < DrumMachineCore::numInstruments; ++v)
-            EXPECT_EQ(difference[(size_t)v] > 1e-4, std::count(reached.begin(), reached.end(), v) == 1) << "row " << row << ", voice " << v << ": " << difference[(size_t)v];
+            EXPECT_EQ(difference[(size_t) v] > 1e-4, std::count(reached.begin(), reached.end(), v) == 1) << "row " << row << ", voice " << v << ": " << difference[(size_t) v];
     }
 }

@@ -17,12 +17,12 @@ namespace
 std::vector<Frame> renderGroove(QuindrelCore& core, int frames)
 {
     const auto& voices = enginetest::soundingVoices();
-    std::vector<Frame> out((size_t)frames);
+    std::vector<Frame> out((size_t) frames);
     for (int i = 0; i < frames; ++i)
     {
         if (i % 1000 == 0)
-            core.trigger(voices[(size_t)(i / 1000) % voices.size()], 0.3779527559055118f + 0.377f);
-        core.renderFrame(out[(size_t)i].data());
+            core.trigger(voices[(size_t) (i / 1000) % voices.size()], 0.3779527559055118f + 0.377f);
+        core.renderFrame(out[(size_t) i].data());
     }
     return out;
 }
@@ -57,16 +57,16 @@ TEST(EngineCore, SameCallsGiveIdenticalOutputAndForeignCallsChangeNothing)
     auto b = makeEngine(48000.0f);
     // Not the engine's: the accent level, mute, solo and state parameters,
     // the accent track and indices out of range.
-    for (int id : {17, 59, 75, 110, 3000, -1})
+    for (int id : { 17, 59, 75, 110, 3000, -1 })
         b->setParameter(id, 0.9f);
-    for (int track : {DrumMachineCore::accentTrack, 18, -1})
+    for (int track : { DrumMachineCore::accentTrack, 18, -1 })
         b->trigger(track, 1.0f);
     EXPECT_EQ(renderGroove(*a, 40000), renderGroove(*b, 40000));
 }
 
 TEST(EngineCore, EveryRateRendersFiniteSoundWithItsIndex)
 {
-    const std::pair<float, int> cases[] = {{44100.0f, 0}, {48000.0f, 1}, {88200.0f, 2}, {96000.0f, 3}, {192000.0f, 4}, {22050.0f, 4}, {32000.0f, 4}};
+    const std::pair<float, int> cases[] = { { 44100.0f, 0 }, { 48000.0f, 1 }, { 88200.0f, 2 }, { 96000.0f, 3 }, { 192000.0f, 4 }, { 22050.0f, 4 }, { 32000.0f, 4 } };
 
     QuindrelCore core;
     core.setParameter(58, 1.0f);
@@ -74,14 +74,14 @@ TEST(EngineCore, EveryRateRendersFiniteSoundWithItsIndex)
     {
         core.setSampleRate(rate);
         EXPECT_EQ(core.getSampleRateInfo().rateIndex, index) << rate;
-        EXPECT_EQ(core.getInstrument(voices - 1).getSampleRateInfo().sampleRate, (double)rate);
+        EXPECT_EQ(core.getInstrument(voices - 1).getSampleRateInfo().sampleRate, (double) rate);
 
-        const auto out = renderGroove(core, (int)rate);
+        const auto out = renderGroove(core, (int) rate);
         for (int v = 0; v < voices; ++v)
         {
             std::vector<double> voice;
             for (const auto& frame : out)
-                voice.push_back(frame[(size_t)v]);
+                voice.push_back(frame[(size_t) v]);
             const double peak = enginetest::peakOf(voice);
             const auto& all = enginetest::soundingVoices();
             const bool sounding = std::find(all.begin(), all.end(), v) != all.end();
@@ -104,13 +104,13 @@ TEST(EngineCore, LevelAndKnobRowsReachTheirVoice)
         const auto a = renderGroove(*full, 20000);
         const auto b = renderGroove(*half, 20000);
         for (size_t i = 10000; i < a.size(); ++i) // the level has settled
-            ASSERT_NEAR(b[i][(size_t)voice], ratio * a[i][(size_t)voice], 1e-6) << "voice " << voice << ", frame " << i;
+            ASSERT_NEAR(b[i][(size_t) voice], ratio * a[i][(size_t) voice], 1e-6) << "voice " << voice << ", frame " << i;
         const auto difference = largestDifference(a, b);
         for (int v = 0; v < voices; ++v)
-            EXPECT_TRUE(v == voice || difference[(size_t)v] == 0.0) << "level " << voice << " changed voice " << v;
+            EXPECT_TRUE(v == voice || difference[(size_t) v] == 0.0) << "level " << voice << " changed voice " << v;
     }
 
-    const std::pair<int, int> knobs[] = {{18, 0}, {19, 0}, {20, 0}, {21, 1}, {22, 1}, {23, 1}, {24, 2}, {25, 2}, {26, 3}, {27, 3}, {28, 4}, {29, 4}, {30, 5}, {31, 5}, {32, 5}, {33, 6}, {34, 6}, {35, 6}, {36, 7}, {37, 7}, {38, 7}, {39, 8}, {40, 8}, {41, 9}, {42, 9}, {48, 13}, {49, 13}, {50, 13}};
+    const std::pair<int, int> knobs[] = { { 18, 0 }, { 19, 0 }, { 20, 0 }, { 21, 1 }, { 22, 1 }, { 23, 1 }, { 24, 2 }, { 25, 2 }, { 26, 3 }, { 27, 3 }, { 28, 4 }, { 29, 4 }, { 30, 5 }, { 31, 5 }, { 32, 5 }, { 33, 6 }, { 34, 6 }, { 35, 6 }, { 36, 7 }, { 37, 7 }, { 38, 7 }, { 39, 8 }, { 40, 8 }, { 41, 9 }, { 42, 9 }, { 48, 13 }, { 49, 13 }, { 50, 13 } };
     for (const auto& [id, voice] : knobs)
     {
         auto low = makeEngine();
@@ -119,7 +119,7 @@ TEST(EngineCore, LevelAndKnobRowsReachTheirVoice)
         high->setParameter(id, 0.9f);
         const auto difference = largestDifference(renderGroove(*low, 20000), renderGroove(*high, 20000));
         for (int v = 0; v < voices; ++v)
-            EXPECT_EQ(difference[(size_t)v] > 1e-3, v == voice) << "parameter " << id << ", voice " << v;
+            EXPECT_EQ(difference[(size_t) v] > 1e-3, v == voice) << "parameter " << id << ", voice " << v;
     }
 }
 

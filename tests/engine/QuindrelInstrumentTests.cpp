@@ -10,7 +10,7 @@
 // released at k * 0.0002 per sample, falls from 0.01 to 3e-5.
 TEST(EngineInstrument, QuietVoiceEndsByTheFollowerInTheExpectedTime)
 {
-    for (float sr : {44100.0f, 96000.0f, 192000.0f})
+    for (float sr : { 44100.0f, 96000.0f, 192000.0f })
     {
         QuindrelBassDrum drum;
         drum.setSampleRate(sr);
@@ -18,7 +18,7 @@ TEST(EngineInstrument, QuietVoiceEndsByTheFollowerInTheExpectedTime)
         EXPECT_EQ(enginetest::peakOf(out), 0.0) << "velocity 0 must be finite and silent at " << sr;
 
         const double release = drum.getSampleRateInfo().rateScale * 0.0002;
-        EXPECT_NEAR((double)out.size(), std::log(3e-05 / 0.01) / std::log(1.0 - release), 2.0) << sr;
+        EXPECT_NEAR((double) out.size(), std::log(3e-05 / 0.01) / std::log(1.0 - release), 2.0) << sr;
         EXPECT_TRUE(sr != 44100.0f || out.size() == 29043u) << out.size();
     }
 }

@@ -10,7 +10,7 @@ TEST(EngineSampleRateInfo, KnownRatesAndTheirIndex)
     {
         double rate;
         int index;
-    } rates[] = {{44100.0, 0}, {48000.0, 1}, {88200.0, 2}, {96000.0, 3}, {192000.0, 4}};
+    } rates[] = { { 44100.0, 0 }, { 48000.0, 1 }, { 88200.0, 2 }, { 96000.0, 3 }, { 192000.0, 4 } };
 
     for (const auto& r : rates)
     {

@@ -37,12 +37,12 @@ std::vector<double> renderSnare(float velocity, double snappy, uint32_t noiseSee
         snare.renderSample(0.0);
 
     snare.trigger(velocity);
-    std::vector<double> out((size_t)frames);
+    std::vector<double> out((size_t) frames);
     uint32_t state = noiseSeed;
     for (auto& y : out)
     {
         state = state * 1664525u + 1013904223u;
-        y = snare.renderSample((double)(int32_t)state / 4294967296.0);
+        y = snare.renderSample((double) (int32_t) state / 4294967296.0);
     }
     return out;
 }

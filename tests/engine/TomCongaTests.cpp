@@ -50,11 +50,11 @@ std::vector<double> whiteNoise(size_t n)
 template <typename Voice>
 void checkRing(const char* name, double baseFrequency, double baseDamping)
 {
-    for (float sr : {44100.0f, 96000.0f})
+    for (float sr : { 44100.0f, 96000.0f })
     {
-        for (double tuning : {0.0, 0.5, 1.0})
+        for (double tuning : { 0.0, 0.5, 1.0 })
         {
-            for (double decay : {0.0, 1.0})
+            for (double decay : { 0.0, 1.0 })
             {
                 Voice voice;
                 voice.setSampleRate(sr);
@@ -66,10 +66,10 @@ void checkRing(const char* name, double baseFrequency, double baseDamping)
                 const double f = baseFrequency * quindrel::tuningCurve(tuning);
                 const double g = 2.0 * std::sin(quindrel::pi * f / sr);
                 const double slope = std::log(1.0 - g * baseDamping * quindrel::decayCurve(decay)) / 2.0;
-                const auto from = (size_t)(sr * 0.005f); // after the kick
-                const auto to = from + (size_t)(-5.0 / slope);
+                const auto from = (size_t) (sr * 0.005f); // after the kick
+                const auto to = from + (size_t) (-5.0 / slope);
                 const auto out = renderNote(voice, 1.0f, to + 1);
-                const auto where = std::string(name) + " tuning " + std::to_string(tuning) + " decay " + std::to_string(decay) + " at " + std::to_string((int)sr);
+                const auto where = std::string(name) + " tuning " + std::to_string(tuning) + " decay " + std::to_string(decay) + " at " + std::to_string((int) sr);
 
                 EXPECT_NEAR(enginetest::zeroCrossingFrequency(out, from, to, sr), f, f * 0.01) << where;
 
@@ -83,7 +83,7 @@ void checkRing(const char* name, double baseFrequency, double baseDamping)
                             last = i;
                     }
                 ASSERT_GT(last, first) << where;
-                const double measured = std::log(std::fabs(out[last] / out[first])) / (double)(last - first);
+                const double measured = std::log(std::fabs(out[last] / out[first])) / (double) (last - first);
                 EXPECT_NEAR(measured, slope, std::fabs(slope) * 0.03) << where;
             }
         }

@@ -12,7 +12,7 @@ namespace
 {
 std::vector<double> renderPulse(DrumMachineCore& core, int samples)
 {
-    std::vector<double> out((size_t)samples);
+    std::vector<double> out((size_t) samples);
     for (auto& y : out)
         y = core.renderTriggerPulse();
     return out;
@@ -49,22 +49,22 @@ TEST(EngineTriggerPulse, IdleUnlessEnabledAndTheSourceFires)
 // engine has the pulse as well.
 TEST(EngineTriggerPulse, EdgesFallWhereThePeriodPutsThem)
 {
-    for (float sr : {44100.0f, 96000.0f})
+    for (float sr : { 44100.0f, 96000.0f })
     {
         DrumMachineCore core;
         core.setSampleRate(sr);
         core.setTriggerOutEnabled(true);
         core.trigger(0, 1.0f);
         const double period = sr * 0.9090909090909091;
-        const auto pulse = renderPulse(core, (int)period);
+        const auto pulse = renderPulse(core, (int) period);
 
         const size_t rise = largestStep(pulse, 1.0);
         const size_t fall = largestStep(pulse, -1.0);
         EXPECT_EQ(rise, 59u) << sr;
-        EXPECT_EQ(fall, (size_t)std::lround(period - std::trunc(period * 0.982) + 60.1)) << sr;
+        EXPECT_EQ(fall, (size_t) std::lround(period - std::trunc(period * 0.982) + 60.1)) << sr;
         EXPECT_GT(pulse[rise] - pulse[rise - 1], 0.2);
         EXPECT_LT(pulse[fall] - pulse[fall - 1], -0.2);
-        EXPECT_LT(peakOf({pulse.begin(), pulse.begin() + 40}), 0.01) << "the foot is too high";
+        EXPECT_LT(peakOf({ pulse.begin(), pulse.begin() + 40 }), 0.01) << "the foot is too high";
         EXPECT_LT(std::fabs(pulse.back()), 1e-6) << "the pulse should have died away";
     }
 }

@@ -30,7 +30,7 @@ struct MidiControlTest : ::testing::Test
     juce::String mapText() { return control.createMapXml()->toString(); }
 
     ParameterManager manager;
-    MidiControl control{manager};
+    MidiControl control{ manager };
 };
 
 struct Recorder : MidiControl::Listener
@@ -76,7 +76,7 @@ TEST_F(ParametersMidiControlMap, OneControllerPerParameter)
     std::vector<int> order;
     for (int c : control.getAssignedControllers())
         order.push_back(c);
-    EXPECT_EQ(order, (std::vector<int>{7, 9, 100}));
+    EXPECT_EQ(order, (std::vector<int>{ 7, 9, 100 }));
 
     control.removeAssignment(50);
     control.removeAssignment(9);
@@ -112,7 +112,7 @@ TEST_F(ParametersMidiControlController, SetsTheAssignedParameterOnly)
 
     const auto before = level->getNormalised();
     control.handleController(cc(3, 10));
-    control.handleController(juce::MidiMessage::noteOn(1, 1, (juce::uint8)10));
+    control.handleController(juce::MidiMessage::noteOn(1, 1, (juce::uint8) 10));
     EXPECT_EQ(level->getNormalised(), before) << "unassigned controllers and other messages do nothing";
     level->removeListener(&counter);
 }
@@ -232,7 +232,7 @@ TEST_F(ParametersMidiControlFiles, OlderMapsTranslateShortNames)
 TEST_F(ParametersMidiControlFiles, SaveLoadSaveIsByteIdentical)
 {
     EXPECT_EQ(MidiControl::getMapExtension("QD"), ".qdccmap");
-    EXPECT_EQ(MidiControl::getLoadWildcard("QD", {".qcc"}), "*.qdccmap; *.qcc");
+    EXPECT_EQ(MidiControl::getLoadWildcard("QD", { ".qcc" }), "*.qdccmap; *.qcc");
 
     control.assign(74, param("Laser Gun Sweep"), false);
     control.assign(0, param("Hand Clap Mute"), false);

@@ -46,7 +46,7 @@ TEST(ParametersManager, AddsUniqueIdsAndNamesOnly)
     EXPECT_EQ(m.getName(2), "");
     EXPECT_TRUE(counter.ids.isEmpty()) << "an unknown id is ignored";
     m.setNormalised(7, 0.75f);
-    EXPECT_EQ(counter.ids, juce::Array<int>{7}) << "setters by id always notify";
+    EXPECT_EQ(counter.ids, juce::Array<int>{ 7 }) << "setters by id always notify";
 
     m.clear();
     EXPECT_EQ(m.getNumParameters(), 0);
@@ -87,7 +87,7 @@ TEST(ParametersManager, LoadsRowsByTheirAttributes)
     EXPECT_TRUE(m.getParameter(7)->isAutomatable());
     EXPECT_FALSE(m.getParameter(0)->isAutomatable());
     EXPECT_EQ(dynamic_cast<FloatParameter*>(m.getParameter(7))->getMaximum(), 1.0f);
-    for (int id : {8, 9, 10, 11})
+    for (int id : { 8, 9, 10, 11 })
         EXPECT_EQ(m.getParameter(id), nullptr) << id;
 
     EXPECT_EQ(m.loadFromXml("<Parameters><param index=\"20\" name=\"x\"/></Parameters>"), 0);
@@ -106,8 +106,8 @@ TEST(ParametersManager, ListenersByIdAndToAllAndSendAllChanges)
     m.addAsyncListenerToAll(&async);
 
     m.sendAllChanges(); // nothing changed, everybody told anyway
-    EXPECT_EQ(all.ids, (juce::Array<int>{0, 1, 2}));
-    EXPECT_EQ(one.ids, juce::Array<int>{1});
+    EXPECT_EQ(all.ids, (juce::Array<int>{ 0, 1, 2 }));
+    EXPECT_EQ(one.ids, juce::Array<int>{ 1 });
     juce::MessageManager::getInstance()->runDispatchLoopUntil(50);
     EXPECT_EQ(async.ids.size(), 3);
 

@@ -29,7 +29,7 @@ const char* const sequencerNames =
     "Basic Variation Mode,Intro/Fill In Variation Mode"; // 200 to 212
 
 // The knobs that do not start at the middle.
-const std::map<int, float> knobStarts{{32, 1.0f}, {35, 1.0f}, {38, 1.0f}, {45, 1.0f}, {47, 1.0f}, {48, 1.0f}, {49, 0.0f}, {50, 0.0f}};
+const std::map<int, float> knobStarts{ { 32, 1.0f }, { 35, 1.0f }, { 38, 1.0f }, { 45, 1.0f }, { 47, 1.0f }, { 48, 1.0f }, { 49, 0.0f }, { 50, 0.0f } };
 
 // A float or int row: its class, range and start value.
 void expectRow(const ParameterManager& m, int id, const juce::String& name, float lo, float hi, float start)
@@ -38,7 +38,7 @@ void expectRow(const ParameterManager& m, int id, const juce::String& name, floa
     ASSERT_NE(p, nullptr) << id;
     EXPECT_EQ(p->getName(), name) << id;
     EXPECT_EQ(m.getParameter(name), p) << name;
-    EXPECT_FLOAT_EQ((float)p->getValue(), start) << name;
+    EXPECT_FLOAT_EQ((float) p->getValue(), start) << name;
 
     if (auto* f = dynamic_cast<FloatParameter*>(p))
     {
@@ -47,8 +47,8 @@ void expectRow(const ParameterManager& m, int id, const juce::String& name, floa
     }
     else if (auto* i = dynamic_cast<IntParameter*>(p))
     {
-        EXPECT_EQ(i->getMinimum(), (int)lo) << name;
-        EXPECT_EQ(i->getMaximum(), (int)hi) << name;
+        EXPECT_EQ(i->getMinimum(), (int) lo) << name;
+        EXPECT_EQ(i->getMaximum(), (int) hi) << name;
     }
     else
         ADD_FAILURE() << name << " is neither float nor int";
@@ -133,16 +133,16 @@ TEST(ParametersTable, StateAndPresetParametersAreComplete)
     addPresetParameters(m);
     EXPECT_EQ(m.getNumParameters(), 78 + 2);
 
-    expectLamps(m, 3000, {"Internal Sequencer State", "Internal Sync State", "Host Mode State", "Note Off State", "Play State", "Write Mode State", "Write Mode Activity", "Auto Follow State", "Randomizer State", "Randomizer Active And Filled", "Randomizer Active But Not Filled", "Length Mode State", "Tap Mode State", "Flam Mode State", "Native Mode Ready State"});
+    expectLamps(m, 3000, { "Internal Sequencer State", "Internal Sync State", "Host Mode State", "Note Off State", "Play State", "Write Mode State", "Write Mode Activity", "Auto Follow State", "Randomizer State", "Randomizer Active And Filled", "Randomizer Active But Not Filled", "Length Mode State", "Tap Mode State", "Flam Mode State", "Native Mode Ready State" });
     expectRow(m, 3015, "Instrument Selection", 0, 17, 0);
     expectRow(m, 3016, "Instrument Selection With Accent First", 0, 17, 1);
-    expectLamps(m, 3017, {"Clipboard Tracks State", "Clipboard Pattern State", "Pattern Scale 6 SPB State", "Pattern Scale 3 SPB State", "Pattern Scale 8 SPB State", "Pattern Scale 4 SPB State"});
+    expectLamps(m, 3017, { "Clipboard Tracks State", "Clipboard Pattern State", "Pattern Scale 6 SPB State", "Pattern Scale 3 SPB State", "Pattern Scale 8 SPB State", "Pattern Scale 4 SPB State" });
     expectRow(m, 3023, "Pattern Number", 0, 127, 0);
     auto* patternName = dynamic_cast<StringParameter*>(m.getParameter(3024));
     ASSERT_NE(patternName, nullptr);
     EXPECT_EQ(patternName->getName(), "Pattern Name");
     EXPECT_EQ(patternName->getText(), "");
-    expectLamps(m, 3025, {"Pattern Name Edition State", "Pattern Tempo State"});
+    expectLamps(m, 3025, { "Pattern Name Edition State", "Pattern Tempo State" });
     expectRow(m, 3027, "Pattern Tempo", 30, 300, 120);
     expectRow(m, 3028, "Pattern Shuffle", 0, 0.8f, 0);
     expectRow(m, 3029, "Pattern Flam", 0, 0.383f, 0.121f);

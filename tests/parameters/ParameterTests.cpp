@@ -41,20 +41,20 @@ void pumpMessages()
 TEST(ParametersConversions, BoolReadsHalfAsTrueAndKnowsItsTexts)
 {
     BoolParameter b(1, "b", false);
-    for (auto [x, expected] : {std::pair{0.5f, true}, {0.49f, false}, {3.0f, true}, {-1.0f, false}})
+    for (auto [x, expected] : { std::pair{ 0.5f, true }, { 0.49f, false }, { 3.0f, true }, { -1.0f, false } })
     {
         b.setNormalised(x, false);
         EXPECT_EQ(b.getBool(), expected) << "normalised " << x;
     }
     // Other text is read as a normalised number.
-    for (auto [text, expected] : {std::pair{"true", true}, {"1", true}, {"on", true}, {"yes", true}, {"0.7", true}, {"false", false}, {"0", false}, {"off", false}, {"no", false}, {"0.2", false}})
+    for (auto [text, expected] : { std::pair{ "true", true }, { "1", true }, { "on", true }, { "yes", true }, { "0.7", true }, { "false", false }, { "0", false }, { "off", false }, { "no", false }, { "0.2", false } })
     {
         b.setBool(!expected, false);
         b.setText(text, false);
         EXPECT_EQ(b.getBool(), expected) << text;
     }
 
-    const char* texts[][2] = {{"true", "false"}, {"on", "off"}, {"1", "0"}, {"yes", "no"}};
+    const char* texts[][2] = { { "true", "false" }, { "on", "off" }, { "1", "0" }, { "yes", "no" } };
     for (int style = 0; style < 4; ++style)
     {
         BoolParameter s(2, "s", true, style);
@@ -95,7 +95,7 @@ TEST(ParametersConversions, IntRoundsNormalisedAndTruncatesValues)
     EXPECT_EQ(out.getInt(), 1);
     EXPECT_FALSE(out.getBool()) << "true only away from the minimum";
     // 1 + floor(11 x + 0.5)
-    for (auto [x, expected] : {std::pair{0.5f, 7}, {0.04f, 1}, {0.05f, 2}, {2.0f, 12}})
+    for (auto [x, expected] : { std::pair{ 0.5f, 7 }, { 0.04f, 1 }, { 0.05f, 2 }, { 2.0f, 12 } })
     {
         out.setNormalised(x, false);
         EXPECT_EQ(out.getInt(), expected) << "normalised " << x;
@@ -116,7 +116,7 @@ TEST(ParametersConversions, EnumAndNoteReadTheirTextsThenNumbers)
     EXPECT_EQ(e.getItems().size(), 3) << "empty ends are dropped";
     EXPECT_EQ(e.getInt(), 1);
     // Not an item: a normalised number, so "1" is the last item.
-    for (auto [text, expected] : {std::pair{"Fast", "Fast"}, {"0.5", "Slow"}, {"1", "Fast"}, {"fast", "Off"}})
+    for (auto [text, expected] : { std::pair{ "Fast", "Fast" }, { "0.5", "Slow" }, { "1", "Fast" }, { "fast", "Off" } })
     {
         e.setText(text, false);
         EXPECT_EQ(e.getText(), expected) << text;
@@ -132,12 +132,12 @@ TEST(ParametersConversions, EnumAndNoteReadTheirTextsThenNumbers)
         EXPECT_TRUE(NoteParameter::parseNoteName(NoteParameter::getNoteName(key), parsed) && parsed == key) << key;
     }
     int key = 0;
-    for (auto* bad : {"", "H3", "C", "C#", "Cx3", "C3.5", "C12345"})
+    for (auto* bad : { "", "H3", "C", "C#", "Cx3", "C3.5", "C12345" })
         EXPECT_FALSE(NoteParameter::parseNoteName(bad, key)) << bad;
 
     NoteParameter n(3, "note", "C11");
     EXPECT_EQ(n.getInt(), 127) << "beyond the top is cut";
-    for (auto [text, expected] : {std::pair{"db3", 37}, {"Cb0", 0}, {"0.5", 64}})
+    for (auto [text, expected] : { std::pair{ "db3", 37 }, { "Cb0", 0 }, { "0.5", 64 } })
     {
         n.setText(text, false);
         EXPECT_EQ(n.getInt(), expected) << text;
@@ -148,7 +148,7 @@ TEST(ParametersConversions, StringKeepsItsQuirks)
 {
     StringParameter s(1, "s", "");
     // Integer 0 is true, so an empty text is too.
-    for (auto [text, expected] : {std::pair{"", true}, {"0", true}, {"abc", true}, {"5", false}})
+    for (auto [text, expected] : { std::pair{ "", true }, { "0", true }, { "abc", true }, { "5", false } })
     {
         s.setText(text, false);
         EXPECT_EQ(s.getBool(), expected) << "'" << text << "'";
@@ -209,7 +209,7 @@ TEST(ParametersNotification, UnchangedValueCallsNobody)
     s.setText("a", true);
     EXPECT_TRUE(log.empty());
     s.setText("b", true);
-    EXPECT_EQ(log, std::vector<int>{1});
+    EXPECT_EQ(log, std::vector<int>{ 1 });
 }
 
 TEST(ParametersNotification, SyncListenersRunLastFirstAndMayRemoveThemselves)
@@ -224,13 +224,13 @@ TEST(ParametersNotification, SyncListenersRunLastFirstAndMayRemoveThemselves)
 
     b.removeSelf = true;
     p.setInt(1, true);
-    EXPECT_EQ(log, (std::vector<int>{3, 2, 1}));
+    EXPECT_EQ(log, (std::vector<int>{ 3, 2, 1 }));
 
     log.clear();
     c.removeSelf = true;
     a.removeSelf = true;
     p.setInt(2, true);
-    EXPECT_EQ(log, (std::vector<int>{3, 1})) << "b is gone; the rest still run once each";
+    EXPECT_EQ(log, (std::vector<int>{ 3, 1 })) << "b is gone; the rest still run once each";
 
     log.clear();
     p.setInt(3, true);
@@ -272,7 +272,7 @@ TEST(ParametersNotification, ConcurrentSetAndGetSeeWholeValues)
     StringParameter s(2, "s", "");
     const juce::String first = juce::String::repeatedString("a", 200);
     const juce::String second = juce::String::repeatedString("b", 300);
-    std::atomic<bool> done{false};
+    std::atomic<bool> done{ false };
 
     std::thread writer([&]
                        {
@@ -286,7 +286,7 @@ TEST(ParametersNotification, ConcurrentSetAndGetSeeWholeValues)
     int torn = 0;
     while (!done)
     {
-        const float v = (float)f.getValue();
+        const float v = (float) f.getValue();
         const auto t = s.getText();
         if ((v != 0.0f && v != 123.456f && v != -654.321f) || (t.isNotEmpty() && t != first && t != second))
             ++torn;

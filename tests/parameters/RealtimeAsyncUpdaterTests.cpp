@@ -22,12 +22,11 @@ TEST(ParametersRealtimeAsyncUpdater, OtherThreadsOnlyRaiseAFlagThatTheMessageThr
 
     long allocations = -1;
     std::thread audio([&]
-    {
+                      {
         ScopedAllocationCounter counter;
         for (int i = 0; i < 1000; ++i)
             updater.triggerAsyncUpdateFromAnyThread();
-        allocations = counter.count();
-    });
+        allocations = counter.count(); });
     audio.join();
 
     EXPECT_EQ(allocations, 0);
@@ -50,7 +49,9 @@ TEST(ParametersRealtimeAsyncUpdater, TheMessageThreadPostsAtOnceAndDestructionCa
 
     {
         auto gone = std::make_unique<CountingUpdater>();
-        std::thread([&] { gone->triggerAsyncUpdateFromAnyThread(); }).join();
+        std::thread([&]
+                    { gone->triggerAsyncUpdateFromAnyThread(); })
+            .join();
     } // destroyed with its flag raised: the poller must forget it
     pump(30);
 }

@@ -53,8 +53,11 @@ float peak(const juce::AudioBuffer<float>& buffer, int channel, int start = 0, i
 TEST(PluginBlockProcessing, MidiNotesSoundAtTheirSampleWhateverTheBlockSize)
 {
     const std::vector<PluginTestHost::Event> events = {
-        PluginTestHost::noteOn(0, 36), PluginTestHost::noteOn(333, 38), PluginTestHost::noteOn(511, 75),
-        PluginTestHost::noteOn(512, 37), PluginTestHost::noteOn(4097, 36, 127),
+        PluginTestHost::noteOn(0, 36),
+        PluginTestHost::noteOn(333, 38),
+        PluginTestHost::noteOn(511, 75),
+        PluginTestHost::noteOn(512, 37),
+        PluginTestHost::noteOn(4097, 36, 127),
     };
 
     PluginTestHost reference(48000.0, 4096);
@@ -96,7 +99,7 @@ TEST(PluginBlockProcessing, AnEventStampedPastTheBlockArrivesLaterAtItsPlace)
     juce::AudioBuffer<float> buffer(channels, 256);
     juce::MidiBuffer midi;
     midi.addEvent(juce::MidiMessage::noteOn(1, 36, (juce::uint8) 100), 256 + 100); // one block and 100 samples ahead
-    midi.addEvent(juce::MidiMessage::noteOn(1, 38, (juce::uint8) 100), -5);         // before the block: dropped
+    midi.addEvent(juce::MidiMessage::noteOn(1, 38, (juce::uint8) 100), -5);        // before the block: dropped
 
     plugin.processBlock(buffer, midi);
     EXPECT_EQ(buffer.getMagnitude(0, 0, 256), 0.0f);

@@ -21,10 +21,7 @@ TEST(PluginDrumMap, FactoryMapIsGeneralMidi)
     EXPECT_EQ(plugin.getDrumMapName(), "General Midi");
 
     const std::map<int, int> expected = {
-        { 35, 0 }, { 36, 0 }, { 38, 1 }, { 40, 1 }, { 61, 2 }, { 64, 2 }, { 63, 3 }, { 60, 4 }, { 62, 4 },
-        { 41, 5 }, { 45, 5 }, { 47, 6 }, { 48, 6 }, { 43, 7 }, { 50, 7 }, { 75, 8 }, { 37, 9 }, { 70, 10 },
-        { 39, 11 }, { 56, 12 }, { 58, 13 }, { 49, 14 }, { 51, 14 }, { 52, 14 }, { 59, 14 }, { 46, 15 },
-        { 42, 16 }, { 44, 16 }
+        { 35, 0 }, { 36, 0 }, { 38, 1 }, { 40, 1 }, { 61, 2 }, { 64, 2 }, { 63, 3 }, { 60, 4 }, { 62, 4 }, { 41, 5 }, { 45, 5 }, { 47, 6 }, { 48, 6 }, { 43, 7 }, { 50, 7 }, { 75, 8 }, { 37, 9 }, { 70, 10 }, { 39, 11 }, { 56, 12 }, { 58, 13 }, { 49, 14 }, { 51, 14 }, { 52, 14 }, { 59, 14 }, { 46, 15 }, { 42, 16 }, { 44, 16 }
     };
     EXPECT_EQ(mapOf(plugin), expected);
 
@@ -47,7 +44,7 @@ TEST(PluginDrumMap, BothVersionsReadTheSameAndBadRowsAreSkipped)
         "<assign midiKey=\"33\" instrument=\"LG\"/></DrumMap>"));
     EXPECT_EQ(plugin.getDrumMapName(), "Mine");
     const auto newForm = mapOf(plugin);
-    EXPECT_EQ(newForm, (std::map<int, int> { { 30, 16 }, { 33, 13 } })) << "the later row of a key wins; AC is refused";
+    EXPECT_EQ(newForm, (std::map<int, int>{ { 30, 16 }, { 33, 13 } })) << "the later row of a key wins; AC is refused";
 
     plugin.loadDrumMap(*juce::parseXML(
         "<DrumMap><assign note=\"30\" instrument=\"SD\"/><assign note=\"30\" instrument=\"CH\"/>"
@@ -83,9 +80,9 @@ TEST(PluginDrumMap, SavedFileLoadsBackAndStartsTheNextInstance)
     EXPECT_EQ(xml->getChildElement(0)->getIntAttribute("midiKey"), 20);
 
     settings.getFile().replaceWithText("<UserSettings application=\"Quindrel\"><ResourcesSettings>"
-                                       "<DrumMap default=\"userDefinedDrumMap\" file=\""
-                                       + mapFile.getFile().getFullPathName() + "\"/></ResourcesSettings></UserSettings>");
+                                       "<DrumMap default=\"userDefinedDrumMap\" file=\"" +
+                                       mapFile.getFile().getFullPathName() + "\"/></ResourcesSettings></UserSettings>");
     PluginTestHost next(48000.0, 512, settings.getFile());
     EXPECT_EQ(next.plugin->getDrumMapName(), "Two");
-    EXPECT_EQ(mapOf(*next.plugin), (std::map<int, int> { { 20, 12 }, { 21, 0 } }));
+    EXPECT_EQ(mapOf(*next.plugin), (std::map<int, int>{ { 20, 12 }, { 21, 0 } }));
 }

@@ -76,7 +76,7 @@ TEST(PluginHostParameters, HostChangesAreNotEchoedButOtherChangesReachTheHost)
     auto* decay = plugin.getParameterManager().getParameter(19);
     decay->beginGesture();
     decay->endGesture();
-    EXPECT_EQ(listener.gestures, (std::vector<int> { 19, -20 }));
+    EXPECT_EQ(listener.gestures, (std::vector<int>{ 19, -20 }));
 
     plugin.removeListener(&listener);
 }

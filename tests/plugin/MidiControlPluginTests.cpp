@@ -60,8 +60,8 @@ TEST(PluginMidiControl, OlderMapsAndTheDefaultMapOfTheUserSettings)
     map.getFile().replaceWithText("<MidiControlMap name=\"Quindrel\"><assign CC=\"74\" param=\"Cymbal Tone\"/></MidiControlMap>");
     juce::TemporaryFile settings(".ini");
     settings.getFile().replaceWithText("<UserSettings application=\"Quindrel\"><ResourcesSettings>"
-                                       "<MidiCCMap default=\"userDefinedMidiCCMap\" file=\""
-                                       + map.getFile().getFullPathName() + "\"/></ResourcesSettings></UserSettings>");
+                                       "<MidiCCMap default=\"userDefinedMidiCCMap\" file=\"" +
+                                       map.getFile().getFullPathName() + "\"/></ResourcesSettings></UserSettings>");
     {
         PluginTestHost host(48000.0, 512, settings.getFile());
         EXPECT_EQ(host.plugin->getMidiControl().getAssignment(74), host.plugin->getParameterManager().getParameter("Cymbal Tone"));

@@ -30,15 +30,15 @@ TEST(PluginOutputs, StereoBusesCarryEachInstrumentOnBothSides)
 
     // All on output 1 by default.
     auto out = host.render(2000, { PluginTestHost::noteOn(0, 36), PluginTestHost::noteOn(0, 75) });
-    EXPECT_EQ(soundingChannels(out), (std::vector<int> { 0, 1 }));
+    EXPECT_EQ(soundingChannels(out), (std::vector<int>{ 0, 1 }));
     for (int i = 0; i < out.getNumSamples(); ++i)
         ASSERT_EQ(out.getSample(0, i), out.getSample(1, i)) << "a pair carries the instrument twice, unpanned";
 
-    host.render(48000 * 3); // let the tails end
+    host.render(48000 * 3);                                                 // let the tails end
     plugin.getParameterManager().setInt(ParameterIds::outputNumber + 8, 3); // claves to output 3
     EXPECT_EQ(plugin.getInstrumentOutput(8), 3);
     out = host.render(2000, { PluginTestHost::noteOn(0, 75) });
-    EXPECT_EQ(soundingChannels(out), (std::vector<int> { 4, 5 }));
+    EXPECT_EQ(soundingChannels(out), (std::vector<int>{ 4, 5 }));
 }
 
 TEST(PluginOutputs, MonoOutputsFromTheUserSettingsAndFewerChannelsThanDeclared)
@@ -53,7 +53,7 @@ TEST(PluginOutputs, MonoOutputsFromTheUserSettingsAndFewerChannelsThanDeclared)
     plugin.getParameterManager().setInt(ParameterIds::outputNumber + 0, 3);
     plugin.getParameterManager().setInt(ParameterIds::outputNumber + 1, 12);
     auto out = host.render(2000, { PluginTestHost::noteOn(0, 36), PluginTestHost::noteOn(0, 38) });
-    EXPECT_EQ(soundingChannels(out), (std::vector<int> { 2, 11 }));
+    EXPECT_EQ(soundingChannels(out), (std::vector<int>{ 2, 11 }));
 
     // A host giving 8 channels loses output 12, and nothing else happens.
     juce::AudioBuffer<float> small(8, 512);
@@ -61,7 +61,7 @@ TEST(PluginOutputs, MonoOutputsFromTheUserSettingsAndFewerChannelsThanDeclared)
     midi.addEvent(juce::MidiMessage::noteOn(1, 36, (juce::uint8) 100), 0);
     midi.addEvent(juce::MidiMessage::noteOn(1, 38, (juce::uint8) 100), 0);
     plugin.processBlock(small, midi);
-    EXPECT_EQ(soundingChannels(small), (std::vector<int> { 2 }));
+    EXPECT_EQ(soundingChannels(small), (std::vector<int>{ 2 }));
 }
 
 TEST(PluginOutputs, TriggerOutPulseGoesToItsOutputWhenEnabled)

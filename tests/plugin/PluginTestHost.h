@@ -124,7 +124,8 @@ public:
     template <typename PluginClass>
     static Factory factoryFor()
     {
-        return [](const PluginPaths& paths) -> std::unique_ptr<Quindrel> {
+        return [](const PluginPaths& paths) -> std::unique_ptr<Quindrel>
+        {
             auto plugin = std::make_unique<PluginClass>(paths);
             plugin->initialise();
             plugin->getParameterManager().sendAllChanges();

@@ -30,7 +30,7 @@ struct Harness
     {
         for (const int end = sample + samples; sample < end; ++sample)
             if (clock.tick())
-                events.push_back({sample, clock.state, clock.firstTick});
+                events.push_back({ sample, clock.state, clock.firstTick });
     }
 
     Event next()
@@ -51,17 +51,17 @@ struct Harness
 std::vector<double> boundaries(bool shuffled, double stepsPerBeat, double pulseWidth, double shuffle, int beats)
 {
     const double stepLen = 1.0 / stepsPerBeat, pairLen = 2.0 * stepLen;
-    std::vector<double> targets{0.0};
+    std::vector<double> targets{ 0.0 };
     for (int k = 0; !shuffled && k < beats * stepsPerBeat; ++k)
     {
         const double next = (k + 1) * stepLen;
-        targets.insert(targets.end(), {next - stepLen + pulseWidth * stepLen, next});
+        targets.insert(targets.end(), { next - stepLen + pulseWidth * stepLen, next });
     }
     for (int j = 0; shuffled && j < beats * stepsPerBeat / 2; ++j)
     {
         const double pairEnd = (j + 1) * pairLen, pairStart = pairEnd - pairLen;
         const double mid = pairEnd - stepLen + shuffle * stepLen;
-        targets.insert(targets.end(), {pairStart + (mid - pairStart) * pulseWidth, mid, mid + (pairEnd - mid) * pulseWidth, pairEnd});
+        targets.insert(targets.end(), { pairStart + (mid - pairStart) * pulseWidth, mid, mid + (pairEnd - mid) * pulseWidth, pairEnd });
     }
     return targets;
 }
@@ -69,7 +69,7 @@ std::vector<double> boundaries(bool shuffled, double stepsPerBeat, double pulseW
 const struct
 {
     double sr, bpm;
-} rates[] = {{44100.0, 120.0}, {48000.0, 133.0}, {96000.0, 87.5}, {192000.0, 300.0}, {88200.0, 30.0}};
+} rates[] = { { 44100.0, 120.0 }, { 48000.0, 133.0 }, { 96000.0, 87.5 }, { 192000.0, 300.0 }, { 88200.0, 30.0 } };
 } // namespace
 
 // Each change must come at the sample m after the previous one plus
@@ -78,9 +78,9 @@ const struct
 // neighbour where the boundary falls on a whole sample).
 TEST(SequencerClock, EventsFallOnTheFirstSamplePastEachBoundary)
 {
-    const double shuffles[] = {-1.0, 0.0, 0.25, 0.5, 0.8}; // -1: plain clock
+    const double shuffles[] = { -1.0, 0.0, 0.25, 0.5, 0.8 }; // -1: plain clock
     for (const auto& r : rates)
-        for (int scale : {3, 4, 6, 8})
+        for (int scale : { 3, 4, 6, 8 })
             for (double shuffle : shuffles)
             {
                 const auto label = "rate " + std::to_string(r.sr) + " bpm " + std::to_string(r.bpm) + " scale " + std::to_string(scale) + " shuffle " + std::to_string(shuffle);
@@ -99,13 +99,13 @@ TEST(SequencerClock, EventsFallOnTheFirstSamplePastEachBoundary)
                     {
                         for (; sample <= expected; ++sample)
                             position += 1.0 / spb;
-                        expected = sample + (int)std::ceil((targets[i] - position) * spb);
+                        expected = sample + (int) std::ceil((targets[i] - position) * spb);
                     }
                     const auto e = h.next();
                     const double exact = targets[i] * spb;
                     EXPECT_EQ(e.sample, expected) << label << " change " << i;
                     EXPECT_TRUE(e.sample >= std::ceil(exact - 1e-6) && e.sample <= std::ceil(exact + 1e-6)) << label << " change " << i << " at " << e.sample;
-                    EXPECT_EQ(e.state, (int)i % (shuffle < 0.0 ? 2 : 4)) << label << " change " << i;
+                    EXPECT_EQ(e.state, (int) i % (shuffle < 0.0 ? 2 : 4)) << label << " change " << i;
                     EXPECT_EQ(e.first, i == 0) << label << " change " << i;
                 }
             }
@@ -117,11 +117,11 @@ TEST(SequencerClock, ZeroPulseWidthEndsThePulseOnTheNextSample)
     // as block processing does with its gate clocks, the clock fires there.
     Clock clock;
     Harness h(clock, 44100.0, 120.0, 4, 0.0);
-    for (int sample : {0, 1, 5513, 5514})
+    for (int sample : { 0, 1, 5513, 5514 })
         EXPECT_EQ(h.next().sample, sample);
     h.run(777);
     clock.restart();
-    for (int sample : {6292, 6293})
+    for (int sample : { 6292, 6293 })
         EXPECT_EQ(h.next().sample, sample);
     EXPECT_TRUE(h.events.back().first == false && clock.isOffState());
 }
@@ -167,13 +167,13 @@ TEST(SequencerClock, PositionWrittenNearABoundary)
         bool oneASample; // the three changes on consecutive samples
         const char* what;
     } cases[] = {
-        {false, 2, 0.25 + 0.4 * tol, {0, 1, 0}, -1, false, "just past an awaited step: it fires at once"},
-        {false, 2, 0.25 + 2.0 * tol, {0, 1, 0}, 0.5, false, "further past: that step is lost"},
-        {false, 3, 0.25 - 0.4 * tol, {1, 0, 1}, 0.375, false, "set back just before a step that fired: not again"},
-        {false, 3, 0.25 - 2.0 * tol, {1, 0, 1}, -1, false, "set back further: the step comes twice"},
-        {true, 4, 0.5 + 0.4 * tol, {0, 1, 2}, -1, false, "just past an awaited pair"},
-        {true, 5, 0.5 - 0.4 * tol, {1, 2, 3}, 0.625, false, "set back just before a pair that fired"},
-        {true, 1, 0.47, {1, 2, 3}, -1, true, "far ahead: the missed states one a sample"},
+        { false, 2, 0.25 + 0.4 * tol, { 0, 1, 0 }, -1, false, "just past an awaited step: it fires at once" },
+        { false, 2, 0.25 + 2.0 * tol, { 0, 1, 0 }, 0.5, false, "further past: that step is lost" },
+        { false, 3, 0.25 - 0.4 * tol, { 1, 0, 1 }, 0.375, false, "set back just before a step that fired: not again" },
+        { false, 3, 0.25 - 2.0 * tol, { 1, 0, 1 }, -1, false, "set back further: the step comes twice" },
+        { true, 4, 0.5 + 0.4 * tol, { 0, 1, 2 }, -1, false, "just past an awaited pair" },
+        { true, 5, 0.5 - 0.4 * tol, { 1, 2, 3 }, 0.625, false, "set back just before a pair that fired" },
+        { true, 1, 0.47, { 1, 2, 3 }, -1, true, "far ahead: the missed states one a sample" },
     };
     for (const auto& c : cases)
     {
@@ -185,7 +185,7 @@ TEST(SequencerClock, PositionWrittenNearABoundary)
         h.clock.setPosition(c.position);
         const int at = h.sample;
         const auto e = h.next();
-        EXPECT_EQ(e.sample, c.waitFor < 0 ? at : at + (int)std::ceil((c.waitFor - c.position) * spb)) << c.what;
+        EXPECT_EQ(e.sample, c.waitFor < 0 ? at : at + (int) std::ceil((c.waitFor - c.position) * spb)) << c.what;
         EXPECT_EQ(e.state, c.states[0]) << c.what;
         EXPECT_EQ(h.next().state, c.states[1]) << c.what;
         EXPECT_EQ(h.next().state, c.states[2]) << c.what;
@@ -209,10 +209,10 @@ TEST(SequencerClock, TempoChangeTakesEffectFromTheCurrentPosition)
     clock.setTempo(90.0); // 32000 samples a beat
     int at = h.sample;
     const auto step = h.next();
-    EXPECT_EQ(step.sample, at + (int)std::ceil((0.25 - position) * 32000.0));
+    EXPECT_EQ(step.sample, at + (int) std::ceil((0.25 - position) * 32000.0));
     for (; at <= step.sample; ++at)
         position += 1.0 / 32000.0;
-    EXPECT_EQ(h.next().sample, at + (int)std::ceil((0.375 - position) * 32000.0));
+    EXPECT_EQ(h.next().sample, at + (int) std::ceil((0.375 - position) * 32000.0));
 }
 
 TEST(SequencerClock, NearPreviousStepIsStrictAtHalfway)
@@ -226,7 +226,7 @@ TEST(SequencerClock, NearPreviousStepIsStrictAtHalfway)
         Clock& clock;
         double position;
         bool near;
-    } cases[] = {{plain, 0.35, true}, {plain, 0.375, false}, {plain, 0.4, false}, {plain, 0.25, false}, {shuffled, 0.18, true}, {shuffled, 0.1875, false}, {shuffled, 0.2, false}, {shuffled, 0.43, true}, {shuffled, 0.4375, false}};
+    } cases[] = { { plain, 0.35, true }, { plain, 0.375, false }, { plain, 0.4, false }, { plain, 0.25, false }, { shuffled, 0.18, true }, { shuffled, 0.1875, false }, { shuffled, 0.2, false }, { shuffled, 0.43, true }, { shuffled, 0.4375, false } };
     for (const auto& c : cases)
     {
         c.clock.position = c.position;

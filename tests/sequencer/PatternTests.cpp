@@ -11,7 +11,7 @@ TEST(SequencerPattern, DefaultsAndClamps)
     EXPECT_TRUE(first.getName() == "Empty" && first.getScale() == 4 && first.getTempo() == 120.0 && v.getTempo() == 120.0);
     EXPECT_EQ(second.getLength(), 0) << "a new variation has no second part";
 
-    const int lengths[][3] = {{-3, 1, 0}, {0, 1, 0}, {1, 1, 1}, {16, 16, 16}, {17, 16, 16}}; // asked, first part, second part
+    const int lengths[][3] = { { -3, 1, 0 }, { 0, 1, 0 }, { 1, 1, 1 }, { 16, 16, 16 }, { 17, 16, 16 } }; // asked, first part, second part
     for (const auto& l : lengths)
     {
         first.setLength(l[0]);
@@ -29,7 +29,7 @@ TEST(SequencerPattern, DefaultsAndClamps)
     }
 
     const double nan = std::numeric_limits<double>::quiet_NaN();
-    const double shuffles[][2] = {{-0.1, 0.0}, {0.5, 0.5}, {0.8, 0.8}, {0.81, 0.8}, {nan, 0.0}};
+    const double shuffles[][2] = { { -0.1, 0.0 }, { 0.5, 0.5 }, { 0.8, 0.8 }, { 0.81, 0.8 }, { nan, 0.0 } };
     for (const auto& s : shuffles)
     {
         first.setShuffle(s[0]);
@@ -37,7 +37,7 @@ TEST(SequencerPattern, DefaultsAndClamps)
         EXPECT_TRUE(first.getShuffle() == s[1] && v.getShuffle() == s[1]) << "shuffle " << s[0];
     }
 
-    const double tempos[][2] = {{29.9, 30.0}, {120.04, 120.0}, {120.06, 120.1}, {99.95, 100.0}, {300.04, 300.0}, {1000.0, 300.0}, {nan, 30.0}};
+    const double tempos[][2] = { { 29.9, 30.0 }, { 120.04, 120.0 }, { 120.06, 120.1 }, { 99.95, 100.0 }, { 300.04, 300.0 }, { 1000.0, 300.0 }, { nan, 30.0 } };
     for (const auto& t : tempos)
     {
         first.setTempo(t[0]);
@@ -113,7 +113,7 @@ TEST(SequencerPattern, CopiesKeepTheTargetsTempoAndEmptiness)
 TEST(SequencerPattern, StepNotationRoundTrip)
 {
     Pattern p, read;
-    const int values[] = {0, 1, 2, 3, 1, 0, 3, 3, 0, 0, 1, 1, 2, 0, 3, 1};
+    const int values[] = { 0, 1, 2, 3, 1, 0, 3, 3, 0, 0, 1, 1, 2, 0, 3, 1 };
     for (int s = 0; s < 16; ++s)
         p.setStep(4, s, values[s]);
     EXPECT_EQ(p.getTrackString(4), ".o.Oo.OO..oo..Oo") << "accent without on writes as off";

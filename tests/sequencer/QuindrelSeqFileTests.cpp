@@ -79,14 +79,14 @@ TEST(SequencerPatternFiles, HostPatternReaderTakesOldAndOddForms)
         const char* accent;
     };
     const Case cases[] = {
-        {R"(<Pattern application="Quindrel" name="Long" type="hostPattern" scale="3" shuffle="0.9" tempo="500"><BD>oOo.xoOooooooooooooo</BD><AC>oO.</AC><XX>ooo</XX></Pattern>)",
-         "Long", 16, 3, 0.8, 300.0, "oOo..oOooooooooo", "OO.............."},
-        {R"(<QuindrelSimplePattern name="Old" stepsPerBeat="3" bpm="90" length="8"><BD>o.O</BD></QuindrelSimplePattern>)",
-         "Old", 8, 3, 0.0, 90.0, "o.O.............", "................"},
-        {R"(<QuindrelHostPattern stepsPerBeat="3" scale="6" bpm="90" tempo="120.06" length="0"/>)",
-         "", 1, 6, 0.0, 120.1, "................", "................"},
-        {R"(<Pattern application="Quindrel" type="nativePattern" scale="5"><VariationA><Part1 length="4"><BD>oooo</BD></Part1></VariationA></Pattern>)",
-         "", 16, 4, 0.0, 120.0, "................", "................"},
+        { R"(<Pattern application="Quindrel" name="Long" type="hostPattern" scale="3" shuffle="0.9" tempo="500"><BD>oOo.xoOooooooooooooo</BD><AC>oO.</AC><XX>ooo</XX></Pattern>)",
+          "Long", 16, 3, 0.8, 300.0, "oOo..oOooooooooo", "OO.............." },
+        { R"(<QuindrelSimplePattern name="Old" stepsPerBeat="3" bpm="90" length="8"><BD>o.O</BD></QuindrelSimplePattern>)",
+          "Old", 8, 3, 0.0, 90.0, "o.O.............", "................" },
+        { R"(<QuindrelHostPattern stepsPerBeat="3" scale="6" bpm="90" tempo="120.06" length="0"/>)",
+          "", 1, 6, 0.0, 120.1, "................", "................" },
+        { R"(<Pattern application="Quindrel" type="nativePattern" scale="5"><VariationA><Part1 length="4"><BD>oooo</BD></Part1></VariationA></Pattern>)",
+          "", 16, 4, 0.0, 120.0, "................", "................" },
     };
 
     for (const auto& c : cases)
@@ -108,7 +108,7 @@ TEST(SequencerPatternFiles, HostPatternReaderTakesOldAndOddForms)
     }
 
     // Elements of another plug-in or of the other store are not patterns here.
-    for (const char* text : {R"(<Pattern application="Other" name="x"/>)", "<QuindrelNativePattern/>", "<QuindrelExtendedPattern/>"})
+    for (const char* text : { R"(<Pattern application="Other" name="x"/>)", "<QuindrelNativePattern/>", "<QuindrelExtendedPattern/>" })
     {
         scribble(pattern);
         seq.readPattern(*parse(text), 5, host);
@@ -233,7 +233,7 @@ TEST(SequencerPatternFiles, FilesRoundTripByteForByte)
     EXPECT_EQ(seq.getPatternFileWildcards(native), "*.qdptrN; *.qep");
     EXPECT_EQ(seq.getBankFileWildcards(host), "*.qdptrbH; *.qsb");
 
-    for (const int type : {host, native})
+    for (const int type : { host, native })
     {
         const auto first = folder.getChildFile("first" + seq.getBankFileExtension(type));
         const auto second = folder.getChildFile("second" + seq.getBankFileExtension(type));
@@ -283,7 +283,7 @@ TEST(SequencerPatternFiles, FactoryBanksLoadAtStartAndSaveUnchanged)
     EXPECT_NE(seq.getPatternName(0, host), "Pattern 1");
 
     // Written again, they read back to the same banks.
-    for (const int type : {host, native})
+    for (const int type : { host, native })
     {
         const auto written = seq.writeBank(type);
         QuindrelSeq copy(nullptr, nullptr);

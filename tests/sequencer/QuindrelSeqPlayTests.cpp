@@ -19,7 +19,7 @@ struct RecordingCore : DrumMachineCore
     };
 
     RecordingCore() { hits.reserve(1 << 16); }
-    void trigger(int track, float velocity) override { hits.push_back({track, frame, velocity}); }
+    void trigger(int track, float velocity) override { hits.push_back({ track, frame, velocity }); }
     void renderFrame(double* outputs) override
     {
         std::fill(outputs, outputs + numInstruments, 0.0);
@@ -67,7 +67,7 @@ struct Rig
 {
     static constexpr int stepSamples = 1200;
 
-    PluginTestHost host{48000.0, 256, {}, PluginTestHost::factoryFor<TestQuindrel>()};
+    PluginTestHost host{ 48000.0, 256, {}, PluginTestHost::factoryFor<TestQuindrel>() };
     TestQuindrel& plugin = static_cast<TestQuindrel&>(*host.plugin);
     LoggingSeq& seq = static_cast<LoggingSeq&>(*plugin.getSequencer());
     RecordingCore& core = static_cast<RecordingCore&>(*plugin.getCore());
@@ -226,15 +226,15 @@ TEST(SequencerHostPlay, StepVelocitiesAndTheAccentTrack)
     pattern.setLength(4);
     pattern.setTrackString(0, "oOoO");
     pattern.setTrackString(17, "..oO");
-    rig.host.render(4 * 6000 - 100, {PluginTestHost::noteOn(0, 12)}); // 120 bpm, 4 steps a beat
+    rig.host.render(4 * 6000 - 100, { PluginTestHost::noteOn(0, 12) }); // 120 bpm, 4 steps a beat
 
     const double base = 48.0 / 127, strong = 0.377, boost = 0.623 * 0.5;
-    const double velocities[] = {base, base + strong, base + boost, base + strong + boost};
+    const double velocities[] = { base, base + strong, base + boost, base + strong + boost };
     const auto drums = rig.hitsOf(0), accents = rig.hitsOf(17);
     ASSERT_EQ(drums.size(), 4u);
     for (size_t i = 0; i < 4; ++i)
     {
-        EXPECT_NEAR(drums[i].sample, (long)i * 6000, 1) << "step " << i;
+        EXPECT_NEAR(drums[i].sample, (long) i * 6000, 1) << "step " << i;
         EXPECT_NEAR(drums[i].velocity, velocities[i], 1.0e-6) << "step " << i;
     }
 
@@ -242,14 +242,14 @@ TEST(SequencerHostPlay, StepVelocitiesAndTheAccentTrack)
     ASSERT_EQ(accents.size(), 4u);
     for (size_t i = 0; i < 4; ++i)
     {
-        EXPECT_EQ(accents[i].sample, drums[2 + i / 2].sample + (long)(i % 2)) << "accent " << i;
+        EXPECT_EQ(accents[i].sample, drums[2 + i / 2].sample + (long) (i % 2)) << "accent " << i;
         EXPECT_NEAR(accents[i].velocity, base + strong + boost, 1.0e-6);
     }
 }
 
 TEST(SequencerHostPlay, ShuffleDelaysEverySecondStepInTheMidiOut)
 {
-    for (const bool host : {true, false}) // shuffle of the host pattern, or of the native variation
+    for (const bool host : { true, false }) // shuffle of the host pattern, or of the native variation
     {
         Rig rig;
         rig.plugin.setHostMode(host);
@@ -261,10 +261,10 @@ TEST(SequencerHostPlay, ShuffleDelaysEverySecondStepInTheMidiOut)
         variation.setTempo(120.0);
         (host ? pattern.setShuffle(0.5) : variation.setShuffle(0.5));
         rig.plugin.runRequest = host ? 0 : 1;
-        rig.host.render(6 * 6000, {PluginTestHost::noteOn(0, 12)});
+        rig.host.render(6 * 6000, { PluginTestHost::noteOn(0, 12) });
 
         const auto notes = rig.noteSamples(42);
-        const int expected[] = {0, 9000, 12000, 21000, 24000, 33000};
+        const int expected[] = { 0, 9000, 12000, 21000, 24000, 33000 };
         ASSERT_EQ(notes.size(), 6u) << (host ? "host" : "native");
         for (size_t i = 0; i < 6; ++i)
             EXPECT_NEAR(notes[i], expected[i], 1) << (host ? "host" : "native") << " step " << i;
@@ -278,7 +278,7 @@ TEST(SequencerHostPlay, TapsAreRecordedOnTheNearerStep)
     auto& pattern = rig.seq.getHostPatternAt(0);
     pattern.setLength(4);
     auto tap = [&rig](int track, int value)
-    { rig.seq.tapValues[(size_t)track] = value, rig.seq.tapRequested = true; };
+    { rig.seq.tapValues[(size_t) track] = value, rig.seq.tapRequested = true; };
 
     tap(1, 1); // stopped: it sounds and nothing is recorded
     rig.host.render(1000);
@@ -286,7 +286,7 @@ TEST(SequencerHostPlay, TapsAreRecordedOnTheNearerStep)
 
     // Early in step 0 it lands on step 0 and sounds at once; past half a step
     // it waits for step 1, where it is recorded before that step plays.
-    rig.host.render(1000, {PluginTestHost::noteOn(0, 12)}); // step 0 at 1000
+    rig.host.render(1000, { PluginTestHost::noteOn(0, 12) }); // step 0 at 1000
     tap(1, 1);
     rig.host.render(2500); // tapped at 2000
     tap(2, 3);
@@ -308,13 +308,13 @@ TEST(SequencerNativeRun, SwitchesComeFromTheirParametersAndPlayingAllocatesNothi
     ASSERT_NE(seq, nullptr) << "Quindrel should build its own sequencer";
     auto& params = plain.plugin->getParameterManager();
 
-    const std::pair<float, int> autoFill[] = {{0.0f, 0}, {0.09f, 0}, {0.11f, 16}, {0.4f, 12}, {0.6f, 8}, {0.8f, 4}, {1.0f, 2}};
+    const std::pair<float, int> autoFill[] = { { 0.0f, 0 }, { 0.09f, 0 }, { 0.11f, 16 }, { 0.4f, 12 }, { 0.6f, 8 }, { 0.8f, 4 }, { 1.0f, 2 } };
     for (const auto& [value, passes] : autoFill)
     {
         params.setNormalised(ParameterIds::autoFillIn, value);
         EXPECT_EQ(seq->getAutoFill(), passes) << value;
     }
-    const std::pair<float, int> variation[] = {{0.0f, 0}, {0.3f, 2}, {0.5f, 2}, {1.0f, 1}};
+    const std::pair<float, int> variation[] = { { 0.0f, 0 }, { 0.3f, 2 }, { 0.5f, 2 }, { 1.0f, 1 } };
     for (const auto& [value, mode] : variation)
     {
         params.setNormalised(ParameterIds::basicVariationMode, value);
@@ -338,7 +338,7 @@ TEST(SequencerNativeRun, SwitchesComeFromTheirParametersAndPlayingAllocatesNothi
     {
         midi.clear();
         if (block == 100)
-            midi.addEvent(juce::MidiMessage::noteOn(1, 12, (juce::uint8)100), 10);
+            midi.addEvent(juce::MidiMessage::noteOn(1, 12, (juce::uint8) 100), 10);
         ScopedAllocationCounter counter;
         rig.plugin.processBlock(buffer, midi);
         allocations += counter.count();

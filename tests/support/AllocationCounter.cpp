@@ -5,8 +5,8 @@
 
 namespace
 {
-std::atomic<long> allocations { 0 };
-std::atomic<int> counting { 0 };
+std::atomic<long> allocations{ 0 };
+std::atomic<int> counting{ 0 };
 
 void* allocate(std::size_t size)
 {

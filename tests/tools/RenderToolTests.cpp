@@ -13,7 +13,7 @@ struct Run
 
 Run render(const juce::StringArray& arguments)
 {
-    juce::StringArray command { QUINDREL_RENDER_PATH };
+    juce::StringArray command{ QUINDREL_RENDER_PATH };
     command.addArray(arguments);
 
     juce::ChildProcess process;
@@ -62,7 +62,8 @@ TEST(ToolsRender, BadInputExitsWithTwoAndLeavesNoFile)
     for (const auto& arguments : cases)
     {
         const auto run = render(arguments);
-        EXPECT_EQ(run.exitCode, 2) << arguments.joinIntoString(" ") << "\n" << run.output;
+        EXPECT_EQ(run.exitCode, 2) << arguments.joinIntoString(" ") << "\n"
+                                   << run.output;
         EXPECT_TRUE(run.output.contains("quindrel-render:")) << run.output;
         EXPECT_FALSE(wav.exists()) << arguments.joinIntoString(" ");
     }
