@@ -178,6 +178,7 @@ protected:
 private:
     static BusesProperties makeBuses(int outputCount, int outputType, const juce::String& shortName);
     void startNativeSequence();
+    void takePatternTiming(ShuffledClock& clock, bool host, bool intSync);
     void handleController(const juce::MidiMessage& message);
     void handleProgramChange(int program);
     void refreshModeRows();

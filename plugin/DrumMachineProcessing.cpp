@@ -51,13 +51,19 @@ bool DrumMachine::isBusesLayoutSupported(const BusesLayout& layouts) const
 }
 
 //==============================================================================
+void DrumMachine::takePatternTiming(ShuffledClock& clock, bool host, bool intSync)
+{
+    // The pattern's own tempo only with the internal sync; the host's otherwise.
+    if (intSync)
+        clock.setTempo(host ? sequencer->getHostTempo() : sequencer->getNativeTempo());
+    clock.setShuffle(host ? sequencer->getHostShuffle() : sequencer->getNativeShuffle());
+    clock.setStepsPerBeat(host ? sequencer->getHostScale() : sequencer->getNativeScale());
+}
+
 void DrumMachine::startNativeSequence()
 {
     sequencer->startNative();
-    if (internalSync)
-        nativeClock.setTempo(sequencer->getNativeTempo());
-    nativeClock.setShuffle(sequencer->getNativeShuffle());
-    nativeClock.setStepsPerBeat(sequencer->getNativeScale());
+    takePatternTiming(nativeClock, false, internalSync);
     nativeClock.start();
     copyTempoAndScale(nativeClock, nativeGateClock);
 }
@@ -165,19 +171,13 @@ void DrumMachine::processBlock(juce::AudioBuffer<float>& buffer, juce::MidiBuffe
     // 8, 9: the running patterns' tempo, shuffle and scale, once a block.
     if (hostClock.running)
     {
-        if (intSync)
-            hostClock.setTempo(sequencer->getHostTempo());
-        hostClock.setShuffle(sequencer->getHostShuffle());
-        hostClock.setStepsPerBeat(sequencer->getHostScale());
+        takePatternTiming(hostClock, true, intSync);
         copyTempoAndScale(hostClock, hostGateClock);
         hostGateClock.setPulseWidth(sequencer->getHostPulseWidth());
     }
     if (nativeClock.running)
     {
-        if (intSync)
-            nativeClock.setTempo(sequencer->getNativeTempo());
-        nativeClock.setShuffle(sequencer->getNativeShuffle());
-        nativeClock.setStepsPerBeat(sequencer->getNativeScale());
+        takePatternTiming(nativeClock, false, intSync);
         copyTempoAndScale(nativeClock, nativeGateClock);
         nativeGateClock.setPulseWidth(sequencer->getNativePulseWidth());
     }
@@ -218,10 +218,8 @@ void DrumMachine::processBlock(juce::AudioBuffer<float>& buffer, juce::MidiBuffe
             flushPending();
             if (!nativeClock.firstTick)
                 sequencer->advanceNative();
-            if (intSync)
-                nativeClock.setTempo(sequencer->getNativeTempo());
-            nativeClock.setShuffle(sequencer->getNativeShuffle());
-            nativeClock.setStepsPerBeat(sequencer->getNativeScale());
+            // A step may have moved the run to another pattern, part or variation.
+            takePatternTiming(nativeClock, false, intSync);
             if (intSeq && !host)
                 sequencer->playNativeStep(false);
             copyTempoAndScale(nativeClock, nativeGateClock);
@@ -366,10 +364,7 @@ void DrumMachine::handleMidiEvent(const juce::MidiMessage& message)
             const int pattern = key - 12;
             heldPatternNotes = sequencer->getHostPattern() == pattern ? heldPatternNotes + 1 : 1;
             sequencer->startHostPattern(pattern);
-            if (internalSync)
-                hostClock.setTempo(sequencer->getHostTempo());
-            hostClock.setShuffle(sequencer->getHostShuffle());
-            hostClock.setStepsPerBeat(sequencer->getHostScale());
+            takePatternTiming(hostClock, true, internalSync);
             hostClock.restart();
             copyTempoAndScale(hostClock, hostGateClock);
             hostGateClock.stop();
