@@ -69,10 +69,9 @@ public:
     // Sounds a track: mute and solo, the engine, the activity lamp, MIDI out.
     // Audio thread.
     void triggerInstrument(int instrument, float velocity);
-    // Sends the note-offs of an instrument's generated notes. Audio thread,
-    // or whichever thread changes the internal sequencer.
-    void sendNoteOffs(int instrument);
-    void sendAllNoteOffs();
+    // The note-offs of an instrument's generated notes, at the current sample. Audio thread.
+    void sendNoteOffs(int instrument, juce::MidiBuffer& target);
+    void sendAllNoteOffs(juce::MidiBuffer& target);
 
     // Audio outputs.
     int getOutputType() const { return outputType; }
@@ -166,6 +165,8 @@ public:
     void selectTrack(int track);
 
     // Served by the next block: the note-offs of a sequencer just switched.
+    // The block sends them rather than the thread that switched, which may not
+    // touch the audio thread's buffers.
     std::atomic<bool> noteOffsRequested{ false };
 
 protected:
@@ -194,6 +195,7 @@ private:
     // Block processing.
     MidiQueue midiQueue;
     juce::MidiBuffer midiOut;
+    juce::MidiBuffer noteOffsOut; // go out whether or not the sequencer is on
     int sampleInBlock = 0;
     int pendingSamples = 0;
     int renderedSamples = 0;

@@ -25,6 +25,7 @@ void DrumMachine::prepareToPlay(double newSampleRate, int)
 
     midiQueue.prepare(midiBufferBytes);
     midiOut.ensureSize(midiBufferBytes);
+    noteOffsOut.ensureSize(1024);
 }
 
 void DrumMachine::releaseResources()
@@ -99,7 +100,8 @@ void DrumMachine::processBlock(juce::AudioBuffer<float>& buffer, juce::MidiBuffe
         if (const auto position = playHead->getPosition())
         {
             const bool isPlaying = position->getIsPlaying();
-            const double bpm = position->getBpm().orFallback(0.0);
+            // A host that gives a position but no tempo plays at 120.
+            const double bpm = position->getBpm().orFallback(120.0);
             const double ppq = position->getPpqPosition().orFallback(0.0);
             const bool wasPlayingBefore = wasPlaying;
             wasPlaying = isPlaying;
@@ -165,8 +167,10 @@ void DrumMachine::processBlock(juce::AudioBuffer<float>& buffer, juce::MidiBuffe
     pendingSamples = 0;
     renderedSamples = 0;
 
+    // The notes the sequencer left on when the internal sequencer was switched.
+    noteOffsOut.clear();
     if (noteOffsRequested.exchange(false))
-        sendAllNoteOffs();
+        sendAllNoteOffs(noteOffsOut);
 
     // 8, 9: the running patterns' tempo, shuffle and scale, once a block.
     if (hostClock.running)
@@ -275,9 +279,15 @@ void DrumMachine::processBlock(juce::AudioBuffer<float>& buffer, juce::MidiBuffe
 
     // 13: the generated notes replace the input under the internal sequencer.
     if (intSeq)
-        midiMessages.swapWith(midiOut);
-    else if (!midiOut.isEmpty())
-        midiMessages.addEvents(midiOut, 0, -1, 0); // note-offs of a sequencer just turned off
+    {
+        midiMessages.clear();
+        midiMessages.addEvents(noteOffsOut, 0, -1, 0);
+        midiMessages.addEvents(midiOut, 0, -1, 0);
+    }
+    else
+    {
+        midiMessages.addEvents(noteOffsOut, 0, -1, 0);
+    }
 
     // 14, 15: the pattern displays follow what plays.
     bool followed = false;
@@ -401,7 +411,7 @@ void DrumMachine::triggerInstrument(int instrument, float velocity)
 
     if (instrument < instrumentCount)
     {
-        sendNoteOffs(instrument);
+        sendNoteOffs(instrument, midiOut);
 
         const int velocityByte = juce::jmin(127, (int) (velocity * 127));
         for (int key = 0; key < 128; ++key)
@@ -412,22 +422,22 @@ void DrumMachine::triggerInstrument(int instrument, float velocity)
     }
 }
 
-void DrumMachine::sendNoteOffs(int instrument)
+void DrumMachine::sendNoteOffs(int instrument, juce::MidiBuffer& target)
 {
     if (heldOutNotes[(size_t) instrument] == 0)
         return;
 
     for (int key = 0; key < 128; ++key)
         if (keyToInstrument[(size_t) key] == instrument)
-            midiOut.addEvent(juce::MidiMessage::noteOff(1, key, (juce::uint8) 0), sampleInBlock);
+            target.addEvent(juce::MidiMessage::noteOff(1, key, (juce::uint8) 0), sampleInBlock);
 
     heldOutNotes[(size_t) instrument] = 0;
 }
 
-void DrumMachine::sendAllNoteOffs()
+void DrumMachine::sendAllNoteOffs(juce::MidiBuffer& target)
 {
     for (int i = 0; i < instrumentCount; ++i)
-        sendNoteOffs(i);
+        sendNoteOffs(i, target);
 }
 
 //==============================================================================

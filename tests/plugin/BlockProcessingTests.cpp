@@ -306,3 +306,15 @@ TEST(PluginBlockProcessing, ProcessBlockAllocatesNothing)
     }
     EXPECT_EQ(allocations, 0);
 }
+
+TEST(PluginBlockProcessing, WithoutTheInternalSequencerTheInputPassesThroughAlone)
+{
+    PluginTestHost host;
+    host.plugin->setInternalSequencer(false);
+    host.render(1024, { PluginTestHost::noteOn(100, 36), PluginTestHost::noteOff(300, 36) });
+
+    // The bass drum sounds on keys 35 and 36, but only the host's own notes come back.
+    ASSERT_EQ(host.output.size(), 2u);
+    EXPECT_TRUE(host.output[0].message.isNoteOn() && host.output[0].message.getNoteNumber() == 36 && host.output[0].sample == 100);
+    EXPECT_TRUE(host.output[1].message.isNoteOff() && host.output[1].sample == 300);
+}
