@@ -118,6 +118,21 @@ TEST(ToolsRender, PatternOptionsChooseWhatPlays)
     };
 
     const auto first = notesOf({ "--native-pattern", "1" });
+
+    // The same notes as a Standard MIDI File.
+    const auto smf = folder.getChildFile("out.mid");
+    ASSERT_EQ(render({ "--native-pattern", "1", "--seconds", "2", "--midi-out", smf.getFullPathName(), "-o", folder.getChildFile("out.wav").getFullPathName() }).exitCode, 0);
+    juce::MidiFile midiFile;
+    juce::FileInputStream smfStream(smf);
+    ASSERT_TRUE(midiFile.readFrom(smfStream));
+    int notesInFile = 0;
+    for (int t = 0; t < midiFile.getNumTracks(); ++t)
+        for (const auto* event : *midiFile.getTrack(t))
+            if (event->message.isNoteOnOrOff())
+                ++notesInFile;
+    juce::StringArray eventLines;
+    eventLines.addLines(first.trim());
+    EXPECT_EQ(notesInFile, eventLines.size());
     const auto third = notesOf({ "--native-pattern", "3" });
     const auto host = notesOf({ "--host-pattern", "24" });
     EXPECT_TRUE(first.startsWith("0\t144\t")) << "the first step sounds at sample 0 on channel 1";
