@@ -220,6 +220,11 @@ TEST(PluginEvents, StartAndStopRunTheNativeSequenceOnlyWhileTheHostRests)
     plugin.handleEvent(stop);
     host.render(512);
     EXPECT_TRUE(plugin.nativeClock.running) << "Stop is dropped while the host plays";
+    EXPECT_EQ(plugin.runRequest.load(), 0);
+
+    host.playHead.playing = false;
+    host.render(512);
+    EXPECT_FALSE(plugin.nativeClock.running) << "the host's stop stops the run";
 }
 
 TEST(PluginEvents, TogglingTheInternalSequencerEndsTheGeneratedNotes)
