@@ -8,19 +8,6 @@
 
 using enginetest::bassDrum;
 
-TEST(EngineBassDrum, KnobCurvesPassTheirPoints)
-{
-    EXPECT_NEAR(QuindrelBassDrum::toneCutoffForKnob(0.0), 200.0, 1e-9);
-    EXPECT_NEAR(QuindrelBassDrum::toneCutoffForKnob(0.5), 700.0, 1e-9);
-    EXPECT_NEAR(QuindrelBassDrum::toneCutoffForKnob(1.0), 2200.0, 1e-9);
-    EXPECT_NEAR(QuindrelBassDrum::dampingForKnob(0.0), 0.3, 1e-9);
-    EXPECT_NEAR(QuindrelBassDrum::dampingForKnob(0.5), 0.033, 1e-4);
-    EXPECT_NEAR(QuindrelBassDrum::dampingForKnob(1.0), 0.01, 1e-9);
-    EXPECT_NEAR(QuindrelBassDrum::sweepRateForKnob(0.0), 5.0, 1e-6);
-    EXPECT_NEAR(QuindrelBassDrum::sweepRateForKnob(0.5), 1.0, 1e-6);
-    EXPECT_NEAR(QuindrelBassDrum::sweepRateForKnob(1.0), 0.05, 1e-6);
-}
-
 // Samples of the rise (until the envelope first goes down) and of the fall
 // while the envelope is above 0.
 std::pair<int, int> envelopePhases(float sampleRate)

@@ -32,18 +32,7 @@ constexpr int closedHiHat = 16;
 
 using Frame = std::array<double, DrumMachineCore::numInstruments>;
 
-// Every engine index: all seventeen voices sound.
-inline const std::vector<int>& soundingVoices()
-{
-    static const std::vector<int> voices = []
-    {
-        std::vector<int> all;
-        for (int i = 0; i < DrumMachineCore::numInstruments; ++i)
-            all.push_back(i);
-        return all;
-    }();
-    return voices;
-}
+constexpr int voiceCount = DrumMachineCore::numInstruments;
 
 // Renders frames and keeps the output of one voice.
 inline std::vector<double> renderVoice(DrumMachineCore& core, int voice, int frames)

@@ -3,25 +3,23 @@
 
 #include <gtest/gtest.h>
 
-#include <algorithm>
 #include <cmath>
 #include <vector>
 
 using enginetest::Frame;
 using enginetest::makeEngine;
-constexpr int voices = DrumMachineCore::numInstruments;
+using enginetest::voiceCount;
 
 namespace
 {
-// All seventeen outputs of a groove that fires the sounding voices in turn.
+// All seventeen outputs of a groove that fires the voices in turn.
 std::vector<Frame> renderGroove(QuindrelCore& core, int frames)
 {
-    const auto& voices = enginetest::soundingVoices();
     std::vector<Frame> out((size_t) frames);
     for (int i = 0; i < frames; ++i)
     {
         if (i % 1000 == 0)
-            core.trigger(voices[(size_t) (i / 1000) % voices.size()], 0.3779527559055118f + 0.377f);
+            core.trigger(i / 1000 % voiceCount, 0.3779527559055118f + 0.377f);
         core.renderFrame(out[(size_t) i].data());
     }
     return out;
@@ -64,7 +62,7 @@ TEST(EngineCore, SameCallsGiveIdenticalOutputAndForeignCallsChangeNothing)
     EXPECT_EQ(renderGroove(*a, 40000), renderGroove(*b, 40000));
 }
 
-TEST(EngineCore, EveryRateRendersFiniteSoundWithItsIndex)
+TEST(EngineCore, EveryRateRendersEveryVoiceWithItsIndex)
 {
     const std::pair<float, int> cases[] = { { 44100.0f, 0 }, { 48000.0f, 1 }, { 88200.0f, 2 }, { 96000.0f, 3 }, { 192000.0f, 4 }, { 22050.0f, 4 }, { 32000.0f, 4 } };
 
@@ -74,28 +72,24 @@ TEST(EngineCore, EveryRateRendersFiniteSoundWithItsIndex)
     {
         core.setSampleRate(rate);
         EXPECT_EQ(core.getSampleRateInfo().rateIndex, index) << rate;
-        EXPECT_EQ(core.getInstrument(voices - 1).getSampleRateInfo().sampleRate, (double) rate);
+        EXPECT_EQ(core.getInstrument(voiceCount - 1).getSampleRateInfo().sampleRate, (double) rate);
 
-        const auto out = renderGroove(core, (int) rate);
-        for (int v = 0; v < voices; ++v)
-        {
-            std::vector<double> voice;
-            for (const auto& frame : out)
-                voice.push_back(frame[(size_t) v]);
-            const double peak = enginetest::peakOf(voice);
-            const auto& all = enginetest::soundingVoices();
-            const bool sounding = std::find(all.begin(), all.end(), v) != all.end();
-            EXPECT_TRUE(sounding ? peak > 0.01 && std::isfinite(peak) : peak == 0.0) << "voice " << v << " at " << rate << ": " << peak;
-        }
+        Frame peak{};
+        for (const auto& frame : renderGroove(core, (int) rate))
+            for (size_t v = 0; v < peak.size(); ++v)
+                peak[v] = std::fmax(peak[v], std::fabs(frame[v]));
+        for (int v = 0; v < voiceCount; ++v)
+            EXPECT_GT(peak[(size_t) v], 0.01) << "voice " << v << " at " << rate;
     }
 }
 
 // Each level row reaches its own voice only, and the law is square (linear for
 // the two hi hats): level 0.5 gives a quarter of the sound of level 1. Each knob
-// row changes its own voice only.
+// row changes its own voice only, but Hi Hat Filters Freq moves the bank's
+// band-passes under the cymbal and both hats.
 TEST(EngineCore, LevelAndKnobRowsReachTheirVoice)
 {
-    for (int voice : enginetest::soundingVoices())
+    for (int voice = 0; voice < voiceCount; ++voice)
     {
         const double ratio = voice == 15 || voice == 16 ? 0.5 : 0.25;
         auto full = makeEngine(44100.0f, 1.0f);
@@ -106,20 +100,25 @@ TEST(EngineCore, LevelAndKnobRowsReachTheirVoice)
         for (size_t i = 10000; i < a.size(); ++i) // the level has settled
             ASSERT_NEAR(b[i][(size_t) voice], ratio * a[i][(size_t) voice], 1e-6) << "voice " << voice << ", frame " << i;
         const auto difference = largestDifference(a, b);
-        for (int v = 0; v < voices; ++v)
+        for (int v = 0; v < voiceCount; ++v)
             EXPECT_TRUE(v == voice || difference[(size_t) v] == 0.0) << "level " << voice << " changed voice " << v;
     }
 
-    const std::pair<int, int> knobs[] = { { 18, 0 }, { 19, 0 }, { 20, 0 }, { 21, 1 }, { 22, 1 }, { 23, 1 }, { 24, 2 }, { 25, 2 }, { 26, 3 }, { 27, 3 }, { 28, 4 }, { 29, 4 }, { 30, 5 }, { 31, 5 }, { 32, 5 }, { 33, 6 }, { 34, 6 }, { 35, 6 }, { 36, 7 }, { 37, 7 }, { 38, 7 }, { 39, 8 }, { 40, 8 }, { 41, 9 }, { 42, 9 }, { 48, 13 }, { 49, 13 }, { 50, 13 } };
-    for (const auto& [id, voice] : knobs)
+    // The voice of each knob row from 18 to 56.
+    const int knobVoices[] = { 0, 0, 0, 1, 1, 1, 2, 2, 3, 3, 4, 4, 5, 5, 5, 6, 6, 6, 7, 7, 7, 8, 8, 9, 9,
+                               10, 11, 11, 12, 12, 13, 13, 13, 14, 14, 15, 15, 16, 16 };
+    for (int id = 18; id <= 57; ++id)
     {
         auto low = makeEngine();
         auto high = makeEngine();
         low->setParameter(id, 0.1f);
         high->setParameter(id, 0.9f);
         const auto difference = largestDifference(renderGroove(*low, 20000), renderGroove(*high, 20000));
-        for (int v = 0; v < voices; ++v)
-            EXPECT_EQ(difference[(size_t) v] > 1e-3, v == voice) << "parameter " << id << ", voice " << v;
+        for (int v = 0; v < voiceCount; ++v)
+        {
+            const bool reached = id == 57 ? v >= 14 : v == knobVoices[id - 18];
+            EXPECT_EQ(difference[(size_t) v] > 1e-4, reached) << "parameter " << id << ", voice " << v << ": " << difference[(size_t) v];
+        }
     }
 }
 
@@ -129,9 +128,9 @@ TEST(EngineCore, MainVolumeZeroSilencesWhileVoicesRunOn)
     core->setParameter(58, 0.0f);
     enginetest::renderVoice(*core, 0, 20000);
 
-    for (int voice : enginetest::soundingVoices())
+    for (int voice = 0; voice < voiceCount; ++voice)
         core->trigger(voice, 1.0f);
-    for (int voice : enginetest::soundingVoices())
+    for (int voice = 0; voice < voiceCount; ++voice)
         EXPECT_LT(enginetest::peakOf(enginetest::renderVoice(*core, voice, 1000)), 1e-12) << voice;
     EXPECT_TRUE(core->getInstrument(enginetest::bassDrum).isActive());
 

@@ -1,4 +1,9 @@
 #include "EngineTestHelpers.h"
+#include "engine/QuindrelBassDrum.h"
+#include "engine/QuindrelCowBell.h"
+#include "engine/QuindrelHandClap.h"
+#include "engine/QuindrelHiHats.h"
+#include "engine/QuindrelSnareDrum.h"
 #include "engine/SignalBlocks.h"
 
 #include <gtest/gtest.h>
@@ -7,14 +12,32 @@
 
 using namespace quindrel;
 
+// Each knob curve at its ends and its middle, as the equations give them.
 TEST(EngineSignalBlocks, KnobCurvesPassTheirPoints)
 {
-    EXPECT_NEAR(tuningCurve(0.0), 0.905, 1e-12);
-    EXPECT_NEAR(tuningCurve(0.5), 1.0, 1e-12);
-    EXPECT_NEAR(tuningCurve(1.0), 1.131, 1e-12);
-    EXPECT_NEAR(decayCurve(0.0), 4.0, 1e-12);
-    EXPECT_NEAR(decayCurve(0.5), 1.0, 1e-12);
-    EXPECT_NEAR(decayCurve(1.0), 0.25, 1e-12);
+    const struct
+    {
+        const char* name;
+        double (*curve)(double);
+        double points[3]; // at 0, 0.5 and 1
+        double tolerance; // relative
+    } curves[] = {
+        { "tuning", tuningCurve, { 0.905, 1.0, 1.131 }, 1e-12 },
+        { "decay", decayCurve, { 4.0, 1.0, 0.25 }, 1e-12 },
+        { "bass drum tone", QuindrelBassDrum::toneCutoffForKnob, { 200.0, 700.0, 2200.0 }, 1e-9 },
+        { "bass drum damping", QuindrelBassDrum::dampingForKnob, { 0.3, 0.033, 0.01 }, 3e-3 },
+        { "bass drum sweep", QuindrelBassDrum::sweepRateForKnob, { 5.0, 1.0, 0.05 }, 1e-6 },
+        { "snare body", QuindrelSnareDrum::bodyGainForKnob, { 0.0, 0.15, 1.0 }, 1e-9 },
+        { "snare tone", QuindrelSnareDrum::toneGainForKnob, { 1.0, 0.5, 0.15 }, 1e-9 },
+        { "snare decay", QuindrelSnareDrum::decayRateForKnob, { 5.0, 1.0, 0.2 }, 1e-9 },
+        { "open hat decay", QuindrelOpenHiHat::decayRateForKnob, { 0.00032, 0.0001, 0.00006 }, 1e-9 },
+        { "closed hat decay", QuindrelClosedHiHat::decayRateForKnob, { 0.004, 0.0013, 0.00032 }, 1e-9 },
+        { "cow bell decay", QuindrelCowBell::decayFactorForKnob, { 10.0, 2.0, 1.0 }, 1e-9 },
+        { "clap reverb", QuindrelHandClap::reverbRateForKnob, { 0.0005, 0.0002, 0.0001 }, 1e-9 },
+    };
+    for (const auto& c : curves)
+        for (int i = 0; i < 3; ++i)
+            EXPECT_NEAR(c.curve(0.5 * i), c.points[i], std::fmax(c.points[i] * c.tolerance, 1e-12)) << c.name << " at " << 0.5 * i;
 }
 
 namespace

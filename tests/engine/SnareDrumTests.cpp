@@ -9,19 +9,6 @@
 
 using enginetest::snareDrum;
 
-TEST(EngineSnareDrum, KnobCurvesPassTheirPoints)
-{
-    EXPECT_NEAR(QuindrelSnareDrum::bodyGainForKnob(0.0), 0.0, 1e-12);
-    EXPECT_NEAR(QuindrelSnareDrum::bodyGainForKnob(0.5), 0.15, 1e-9);
-    EXPECT_NEAR(QuindrelSnareDrum::bodyGainForKnob(1.0), 1.0, 1e-9);
-    EXPECT_NEAR(QuindrelSnareDrum::toneGainForKnob(0.0), 1.0, 1e-9);
-    EXPECT_NEAR(QuindrelSnareDrum::toneGainForKnob(0.5), 0.5, 1e-9);
-    EXPECT_NEAR(QuindrelSnareDrum::toneGainForKnob(1.0), 0.15, 1e-9);
-    EXPECT_NEAR(QuindrelSnareDrum::decayRateForKnob(0.0), 5.0, 1e-9);
-    EXPECT_NEAR(QuindrelSnareDrum::decayRateForKnob(0.5), 1.0, 1e-9);
-    EXPECT_NEAR(QuindrelSnareDrum::decayRateForKnob(1.0), 0.2, 1e-9);
-}
-
 namespace
 {
 // A snare fed with its own noise, rendered for a fixed time after a trigger;
