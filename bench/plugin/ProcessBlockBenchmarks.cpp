@@ -17,22 +17,7 @@ constexpr int sixteenth = 6000; // samples at 120 BPM
 
 // One bar of sixteenths: the keys that sound on each step (General MIDI map).
 const std::vector<std::vector<int>> groove = {
-    { 36, 42, 49 },
-    { 42 },
-    { 42, 75 },
-    { 42, 37 },
-    { 38, 42 },
-    { 42 },
-    { 36, 42 },
-    { 42, 63 },
-    { 42, 36 },
-    { 42, 75 },
-    { 36, 42 },
-    { 42, 37 },
-    { 38, 42 },
-    { 42, 60 },
-    { 46 },
-    { 38, 50, 45 },
+    { 36, 42, 49 }, { 42 }, { 42, 75 }, { 42, 37 }, { 38, 42 }, { 42 }, { 36, 42 }, { 42, 63 }, { 42, 36 }, { 42, 75 }, { 36, 42 }, { 42, 37 }, { 38, 42 }, { 42, 60 }, { 46 }, { 38, 50, 45 }
 };
 
 struct Instance
