@@ -19,14 +19,6 @@ Quindrel::~Quindrel()
     oldNames.reset();
 }
 
-std::unique_ptr<Quindrel> Quindrel::createInstance(const PluginPaths& paths, std::optional<int> outputType)
-{
-    auto plugin = std::make_unique<Quindrel>(paths, outputType);
-    plugin->initialise();
-    plugin->getParameterManager().sendAllChanges();
-    return plugin;
-}
-
 std::unique_ptr<DrumMachineCore> Quindrel::createCore()
 {
     return std::make_unique<QuindrelCore>(this);

@@ -18,8 +18,15 @@ public:
 
     // Builds and starts an instance as the plug-in entry point does: construct,
     // initialise, and let every parameter notify once so that engine and
-    // sequencer agree with the parameters.
-    static std::unique_ptr<Quindrel> createInstance(const PluginPaths& paths, std::optional<int> outputType = std::nullopt);
+    // sequencer agree with the parameters. Tests start their subclasses the same way.
+    template <typename PluginClass = Quindrel>
+    static std::unique_ptr<PluginClass> createInstance(const PluginPaths& paths, std::optional<int> outputType = std::nullopt)
+    {
+        auto plugin = std::make_unique<PluginClass>(paths, outputType);
+        plugin->initialise();
+        plugin->getParameterManager().sendAllChanges();
+        return plugin;
+    }
 
     juce::String getPluginName() const override { return "Quindrel"; }
     juce::String getPluginShortName() const override { return "QD"; }

@@ -252,30 +252,28 @@ TEST(PluginBlockProcessing, OutputIsFiniteAtEveryRate)
 
 TEST(PluginBlockProcessing, ProcessBlockAllocatesNothing)
 {
-    PluginTestHost host(48000.0, 256, {}, PluginTestHost::factoryFor<QuindrelWithCountingSeq>());
-    auto& plugin = static_cast<QuindrelWithCountingSeq&>(*host.plugin);
+    // A native run through the factory patterns with a fill-in every second
+    // pass, then host patterns by key; direct notes and a controller all along.
+    PluginTestHost host(48000.0, 256);
+    auto& plugin = *host.plugin;
     host.playHead.present = false;
+    plugin.getParameterManager().setNormalised(ParameterIds::autoFillIn, 1.0f);
     plugin.runRequest = 1;
+    host.render(24000, { PluginTestHost::noteOn(100, 36), { 3000, juce::MidiMessage::controllerEvent(1, 7, 64) } }); // warm-up
 
-    std::vector<PluginTestHost::Event> events;
-    for (int i = 0; i < 40; ++i)
-        events.push_back(PluginTestHost::noteOn(i * 300 + 7, 12 + i % 20));
-    events.push_back({ 3000, juce::MidiMessage::controllerEvent(1, 7, 64) });
-
-    // Warm-up: buffers and JUCE's message queue reach their working size.
-    host.render(24000, events);
-
-    const int channels = plugin.getTotalNumOutputChannels();
-    juce::AudioBuffer<float> buffer(channels, 256);
+    juce::AudioBuffer<float> buffer(plugin.getTotalNumOutputChannels(), 256);
     juce::MidiBuffer midi;
     midi.ensureSize(4096);
-
     long allocations = 0;
-    for (int blockIndex = 0; blockIndex < 200; ++blockIndex)
+    for (int block = 0; block < 4000; ++block)
     {
+        if (block == 2000)
+            plugin.setHostMode(true);
+        const int key = block % 2 == 0 ? 36 : 12 + block % 30;
         midi.clear();
-        midi.addEvent(juce::MidiMessage::noteOn(1, 12 + blockIndex % 30, (juce::uint8) 90), blockIndex % 256);
-        midi.addEvent(juce::MidiMessage::noteOff(1, 12 + blockIndex % 30), (blockIndex * 7) % 256);
+        midi.addEvent(juce::MidiMessage::noteOn(1, key, (juce::uint8) 90), block % 256);
+        midi.addEvent(juce::MidiMessage::noteOff(1, key), (block * 7) % 256);
+        midi.addEvent(juce::MidiMessage::controllerEvent(1, 7, block % 128), 128);
         ScopedAllocationCounter counter;
         plugin.processBlock(buffer, midi);
         allocations += counter.count();

@@ -44,13 +44,8 @@ public:
     // subclass of Quindrel.
     using Factory = std::function<std::unique_ptr<Quindrel>(const PluginPaths&)>;
 
-    static std::unique_ptr<Quindrel> makeQuindrel(const PluginPaths& paths)
-    {
-        return Quindrel::createInstance(paths);
-    }
-
     explicit PluginTestHost(double sampleRate = 48000.0, int blockSize = 512, const juce::File& settingsFile = {},
-                            Factory factory = makeQuindrel)
+                            Factory factory = factoryFor<Quindrel>())
         : rate(sampleRate)
         , block(blockSize)
     {
@@ -120,17 +115,11 @@ public:
         return -1;
     }
 
-    // Starts an instance built from a subclass the way createInstance does.
     template <typename PluginClass>
     static Factory factoryFor()
     {
         return [](const PluginPaths& paths) -> std::unique_ptr<Quindrel>
-        {
-            auto plugin = std::make_unique<PluginClass>(paths);
-            plugin->initialise();
-            plugin->getParameterManager().sendAllChanges();
-            return plugin;
-        };
+        { return Quindrel::createInstance<PluginClass>(paths); };
     }
 
     // A user settings file asking for mono outputs.

