@@ -15,3 +15,8 @@ juce_add_binary_data(quindrel_resources
     NAMESPACE QuindrelBinaryData
     HEADER_NAME QuindrelBinaryData.h
     SOURCES ${QUINDREL_RESOURCE_FILES})
+
+# JUCE regenerates the data only when the list of files changes; an edited
+# resource must rebuild it too.
+add_custom_command(OUTPUT "${CMAKE_CURRENT_BINARY_DIR}/juce_binarydata_quindrel_resources/JuceLibraryCode/BinaryData1.cpp"
+    APPEND DEPENDS ${QUINDREL_RESOURCE_FILES})

@@ -253,7 +253,8 @@ TEST(PluginBlockProcessing, OutputIsFiniteAtEveryRate)
 TEST(PluginBlockProcessing, ProcessBlockAllocatesNothing)
 {
     // A native run through the factory patterns with a fill-in every second
-    // pass, then host patterns by key; direct notes and a controller all along.
+    // pass, then host patterns by key; direct notes, a controller and program
+    // changes all along.
     PluginTestHost host(48000.0, 256);
     auto& plugin = *host.plugin;
     host.playHead.present = false;
@@ -274,6 +275,8 @@ TEST(PluginBlockProcessing, ProcessBlockAllocatesNothing)
         midi.addEvent(juce::MidiMessage::noteOn(1, key, (juce::uint8) 90), block % 256);
         midi.addEvent(juce::MidiMessage::noteOff(1, key), (block * 7) % 256);
         midi.addEvent(juce::MidiMessage::controllerEvent(1, 7, block % 128), 128);
+        if (block % 50 == 0) // a kit change now and then
+            midi.addEvent(juce::MidiMessage::programChange(1, (block / 50) % 20), 200);
         ScopedAllocationCounter counter;
         plugin.processBlock(buffer, midi);
         allocations += counter.count();
