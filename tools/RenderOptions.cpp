@@ -31,6 +31,15 @@ Plays Quindrel as a host would, with no window, and writes what it gives back.
   --ccmap FILE             load a MIDI control map before rendering
   --settings FILE          read the user settings from FILE (never written);
                            by default the built-in defaults
+  --preset-bank FILE       load a preset bank (.qdprsb, or the older .qdb) as
+                           the browser's bank "Load" does
+  --preset-file FILE       load a preset (.qdprs or .qdp) into the current
+                           preset and apply it
+  --preset N               choose preset N (0-127) as a program change at
+                           sample 0 does
+  --save-preset-bank FILE  write the preset bank after rendering
+  --list-presets           print the bank's groups and presets and the
+                           current preset, and render nothing (no -o needed)
   --midi-out OUT.mid       write the MIDI the plug-in generates
   --events-out OUT.tsv     write each generated MIDI event as a line
                            "sample<TAB>status<TAB>data1<TAB>data2"
@@ -63,9 +72,9 @@ juce::File inputFile(const juce::String& path, const juce::String& what)
 {
     const auto file = juce::File::getCurrentWorkingDirectory().getChildFile(path);
     if (!file.existsAsFile())
-        throw BadInput((what + " not found: " + file.getFullPathName()).toStdString());
+        throw BadFile((what + " not found: " + file.getFullPathName()).toStdString());
     if (file.createInputStream() == nullptr)
-        throw BadInput((what + " cannot be read: " + file.getFullPathName()).toStdString());
+        throw BadFile((what + " cannot be read: " + file.getFullPathName()).toStdString());
     return file;
 }
 
@@ -73,7 +82,7 @@ juce::File outputFile(const juce::String& path)
 {
     const auto file = juce::File::getCurrentWorkingDirectory().getChildFile(path);
     if (file.isDirectory() || !file.getParentDirectory().isDirectory())
-        throw BadInput(("cannot write a file at " + file.getFullPathName()).toStdString());
+        throw BadFile(("cannot write a file at " + file.getFullPathName()).toStdString());
     return file;
 }
 } // namespace
@@ -145,6 +154,16 @@ RenderOptions parseRenderOptions(const juce::ArgumentList& args)
             options.controlMap = inputFile(value(), "MIDI control map");
         else if (name == "--settings")
             options.settings = inputFile(value(), "settings file");
+        else if (name == "--preset-bank")
+            options.presetBank = inputFile(value(), "preset bank");
+        else if (name == "--preset-file")
+            options.presetFile = inputFile(value(), "preset file");
+        else if (name == "--preset")
+            options.preset = parseWhole(value(), "preset", 0, 127);
+        else if (name == "--save-preset-bank")
+            options.savePresetBank = outputFile(value());
+        else if (name == "--list-presets")
+            options.listPresets = true;
         else if (name == "--midi-out")
             options.midiOut = outputFile(value());
         else if (name == "--events-out")
@@ -155,7 +174,7 @@ RenderOptions parseRenderOptions(const juce::ArgumentList& args)
             throw BadInput(("unexpected argument \"" + arg.text + "\"").toStdString());
     }
 
-    if (!options.help && !haveOutput)
+    if (!options.help && !options.listPresets && !haveOutput)
         throw BadInput("no output file given (-o OUT.wav)");
     return options;
 }

@@ -24,12 +24,24 @@ struct RenderOptions
     std::optional<int> hostPatternKey; // 12 to 107
     juce::File output;
     bool help = false;
+
+    // Presets: a bank and a preset file loaded before rendering, a preset
+    // chosen as by a program change at sample 0, the bank written afterwards.
+    juce::File presetBank, presetFile, savePresetBank;
+    std::optional<int> preset;
+    bool listPresets = false; // print the bank and exit, rendering nothing
 };
 
 // A mistake in the command line; main prints it with the usage and exits with 2.
 struct BadInput : std::runtime_error
 {
     using std::runtime_error::runtime_error;
+};
+
+// An input file that is missing or unreadable: one line, without the usage.
+struct BadFile : BadInput
+{
+    using BadInput::BadInput;
 };
 
 extern const char* const renderUsage;

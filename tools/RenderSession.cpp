@@ -116,12 +116,52 @@ void RenderSession::readMidiFile()
     lengthSeconds = last + 2.0;
 }
 
-RenderSession::Result RenderSession::run()
+Quindrel& RenderSession::preparePlugin()
 {
+    if (plugin != nullptr)
+        return *plugin;
+
     PluginPaths paths;
     paths.settingsFile = options.settings;
     paths.writeSettings = false;
-    auto plugin = Quindrel::createInstance(paths, options.outputType);
+    plugin = Quindrel::createInstance(paths, options.outputType);
+    loadPresetFiles();
+    return *plugin;
+}
+
+void RenderSession::loadPresetFiles()
+{
+    // Each load takes the file whole or leaves everything as it was.
+    if (options.presetBank != juce::File() && !plugin->loadBankFile(options.presetBank))
+        throw BadInput(("not a preset bank: " + options.presetBank.getFullPathName()).toStdString());
+
+    if (options.presetFile != juce::File() && !plugin->loadPresetFile(options.presetFile, plugin->getCurrentPreset()))
+        throw BadInput(("not a preset: " + options.presetFile.getFullPathName()).toStdString());
+}
+
+void RenderSession::listPresets(std::ostream& out)
+{
+    auto& instance = preparePlugin();
+    if (options.preset.has_value())
+        instance.selectAndApplyPreset(*options.preset);
+
+    out << instance.getBankName() << "\n";
+    for (int group = 0; group < instance.getNumGroups(); ++group)
+    {
+        out << "  " << instance.getGroupName(group) << " (" << instance.getGroupCount(group) << ")\n";
+        for (int i = 0; i < instance.getGroupCount(group); ++i)
+        {
+            const int number = instance.getPresetNumber(group, i);
+            out << "    " << juce::String(number).paddedLeft(' ', 3) << "  " << instance.getPresetName(number) << "\n";
+        }
+    }
+    const int current = instance.getCurrentPreset();
+    out << "current preset: " << current << "  " << instance.getPresetName(current) << "\n";
+}
+
+RenderSession::Result RenderSession::run()
+{
+    auto* plugin = &preparePlugin();
 
     const bool patternOption = options.nativePattern.has_value() || options.hostPatternKey.has_value() || !options.patternBanks.isEmpty();
     const bool sequencerOn = options.sequencer.value_or(!(options.midiIn != juce::File() && !patternOption));
@@ -147,6 +187,8 @@ RenderSession::Result RenderSession::run()
         plugin->setHostMode(true);
         events.insert(events.begin(), { 0, juce::MidiMessage::noteOn(1, *options.hostPatternKey, (juce::uint8) 100) });
     }
+    if (options.preset.has_value())
+        events.insert(events.begin(), { 0, juce::MidiMessage::programChange(1, *options.preset) });
 
     RenderPlayHead playHead(options.tempo, options.sampleRate);
     if (options.transport)

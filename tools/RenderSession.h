@@ -2,6 +2,8 @@
 
 #include "RenderOptions.h"
 
+#include "plugin/Quindrel.h"
+
 #include <juce_audio_basics/juce_audio_basics.h>
 
 #include <vector>
@@ -32,12 +34,21 @@ public:
 
     Result run();
 
+    // The instance, made and given the options' files once. Throws BadInput
+    // for a file the plug-in does not take.
+    Quindrel& preparePlugin();
+
+    // The bank's name, each group with its presets, and the current preset.
+    void listPresets(std::ostream& out);
+
     double getLengthInSeconds() const { return lengthSeconds; }
 
 private:
     void readMidiFile();
+    void loadPresetFiles();
 
     const RenderOptions& options;
     std::vector<TimedMessage> input;
     double lengthSeconds = 8.0;
+    std::unique_ptr<Quindrel> plugin;
 };
