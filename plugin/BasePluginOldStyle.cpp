@@ -2,8 +2,8 @@
 
 #include "parameters/ParameterIds.h"
 #include "parameters/StateParameters.h"
-
-#include <cmath>
+#include "presets/ValueText.h"
+#include "presets/XmlFiles.h"
 
 namespace
 {
@@ -12,29 +12,9 @@ constexpr int copyCurrentPresetEvent = 1007, pastePresetEvent = 1008, storeCurre
 
 const char* const presetsResourceWords[] = { "factoryPresets", "clearPresets", "userDefinedPresets" };
 
-// A value as a preset file keeps it: six decimals, ties to even, written
-// with just those digits ("0.54", "0.123457", "1.0"), as a person would.
-juce::String valueForFile(float value)
-{
-    const double rounded = std::nearbyint((double) value * 1000000.0) / 1000000.0;
-    auto text = juce::String(rounded, 6); // in the C locale whatever the host's
-    while (text.endsWithChar('0') && !text.endsWith(".0"))
-        text = text.dropLastCharacters(1);
-    return text;
-}
-
 juce::String sameName(const juce::String& name)
 {
     return name;
-}
-
-// UTF-8, with the line ends of this platform's text files, so that a bank
-// kept under version control or compared with diff reads cleanly.
-bool writeXmlFile(const juce::XmlElement& xml, const juce::File& file)
-{
-    juce::XmlElement::TextFormat format;
-    format.newLineChars = "\n";
-    return xml.writeTo(file, format);
 }
 } // namespace
 
@@ -472,7 +452,7 @@ std::unique_ptr<juce::XmlElement> BasePluginOldStyle::createPresetXml(const Pres
     {
         auto* param = xml->createNewChildElement("param");
         param->setAttribute("name", parameterManager.getName(id));
-        param->setAttribute("value", valueForFile(preset.getValue(id)));
+        param->setAttribute("value", ValueText::sixDecimals(preset.getValue(id)));
     }
     return xml;
 }
@@ -543,6 +523,64 @@ std::unique_ptr<juce::XmlElement> BasePluginOldStyle::createBankXml()
 }
 
 //==============================================================================
+std::unique_ptr<juce::XmlElement> BasePluginOldStyle::createStateXml()
+{
+    auto xml = std::make_unique<juce::XmlElement>("PluginState");
+    xml->setAttribute("application", getPluginName());
+
+    auto* parameters = xml->createNewChildElement("ParametersState");
+    for (int id = 0; id < numPresetParameters + numNotPresetParameters; ++id)
+    {
+        auto* param = parameters->createNewChildElement("param");
+        param->setAttribute("name", parameterManager.getName(id));
+        param->setAttribute("value", ValueText::shortest((float) parameterManager.getValue(id)));
+    }
+
+    auto* presets = xml->createNewChildElement("PresetsState");
+    presets->setAttribute("currentPreset", getCurrentPreset());
+    presets->addChildElement(createBankXml().release());
+
+    // The map under the name the state gives it.
+    auto map = midiControl->createMapXml();
+    map->setTagName("MidiCCMap");
+    xml->addChildElement(map.release());
+    return xml;
+}
+
+void BasePluginOldStyle::loadState(const juce::XmlElement& xml)
+{
+    if (!canLoadState(xml))
+        return;
+
+    for (auto* child : xml.getChildIterator())
+    {
+        if (child->hasTagName("ParametersState"))
+        {
+            // Only the host's parameters: a state names no others.
+            for (auto* param : child->getChildWithTagNameIterator("param"))
+            {
+                auto* parameter = parameterManager.getParameter(param->getStringAttribute("name"));
+                if (parameter != nullptr && juce::isPositiveAndBelow(parameter->getId(), numPresetParameters + numNotPresetParameters))
+                    parameter->setNormalised((float) param->getDoubleAttribute("value", 0.0), true);
+            }
+        }
+        else if (child->hasTagName("PresetsState"))
+        {
+            for (auto* bankXml : child->getChildIterator())
+                if (isPresetBankXml(*bankXml))
+                    loadBankXml(*bankXml);
+
+            // The bank comes back selected, not applied: the sound is that of the parameters.
+            selectPreset(child->getIntAttribute("currentPreset", 0), true);
+        }
+        else if (midiControl->isMapXml(*child))
+        {
+            midiControl->loadMap(*child);
+        }
+    }
+}
+
+//==============================================================================
 void BasePluginOldStyle::loadCurrentProgramXml(const juce::XmlElement& xml)
 {
     loadPresetAt(xml, getCurrentPreset());
@@ -564,7 +602,7 @@ bool BasePluginOldStyle::loadPresetFile(const juce::File& file, int number)
 {
     remember(file);
 
-    const auto xml = juce::parseXML(file);
+    const auto xml = XmlFiles::parse(file);
     if (xml == nullptr || !isPresetXml(*xml) || !juce::isPositiveAndBelow(number, numPresets))
         return false;
 
@@ -578,14 +616,14 @@ bool BasePluginOldStyle::savePresetFile(const juce::File& file)
 {
     remember(file);
     const auto xml = createPresetXmlAt(getCurrentPreset());
-    return xml != nullptr && writeXmlFile(*xml, file);
+    return xml != nullptr && XmlFiles::write(*xml, file);
 }
 
 bool BasePluginOldStyle::loadBankFile(const juce::File& file)
 {
     remember(file);
 
-    const auto xml = juce::parseXML(file);
+    const auto xml = XmlFiles::parse(file);
     if (xml == nullptr || !isPresetBankXml(*xml))
         return false;
 
@@ -598,7 +636,7 @@ bool BasePluginOldStyle::loadBankFile(const juce::File& file)
 bool BasePluginOldStyle::saveBankFile(const juce::File& file)
 {
     remember(file);
-    return writeXmlFile(*createBankXml(), file);
+    return XmlFiles::write(*createBankXml(), file);
 }
 
 juce::String BasePluginOldStyle::getPresetExtension() const

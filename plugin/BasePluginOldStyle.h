@@ -44,6 +44,9 @@ public:
     void initialise() override;
     void loadUserSettings(const juce::XmlElement& xml) override;
     std::unique_ptr<juce::XmlElement> createUserSettings() override;
+    // The state's ParametersState, PresetsState and MidiCCMap.
+    std::unique_ptr<juce::XmlElement> createStateXml() override;
+    void loadState(const juce::XmlElement& xml) override;
     void loadCurrentProgramXml(const juce::XmlElement& xml) override;
     std::unique_ptr<juce::XmlElement> createCurrentProgramXml() override;
     void handleEvent(int uid) override;

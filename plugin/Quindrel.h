@@ -38,6 +38,9 @@ public:
     float getStrongVelocity() const override { return 0.377f; }
     float getAccentVelocity() const override { return 0.623f; }
     bool canLoadState(const juce::XmlElement& xml) const override;
+    // The state adds QDState first; the older root "QuindrelBank" is read too.
+    std::unique_ptr<juce::XmlElement> createStateXml() override;
+    void loadState(const juce::XmlElement& xml) override;
     void handleEvent(int uid) override;
     void updatePatternDisplays() override;
 
@@ -80,6 +83,8 @@ public:
     const OldParameterNames& getOldParameterNames() const { return *oldNames; }
 
 private:
+    void loadQDState(const juce::XmlElement& xml);
+    void loadOldState(const juce::XmlElement& xml);
     juce::String translateOldName(const juce::String& shortName) const;
 
     std::unique_ptr<OldParameterNames> oldNames;
