@@ -170,6 +170,17 @@ int main(int argc, char* argv[])
         return exitFailure;
     }
 
+    if (options.saveState != juce::File() && !session->saveState(options.saveState))
+    {
+        std::cerr << "quindrel-render: could not write " << options.saveState.getFullPathName() << "\n";
+        return exitFailure;
+    }
+    if (options.saveSettings != juce::File() && !session->saveSettings(options.saveSettings))
+    {
+        std::cerr << "quindrel-render: could not write " << options.saveSettings.getFullPathName() << "\n";
+        return exitFailure;
+    }
+
     printSummary(result, firstChannel, numChannels, options.sampleRate, options.output);
     return 0;
 }

@@ -31,6 +31,12 @@ Plays Quindrel as a host would, with no window, and writes what it gives back.
   --ccmap FILE             load a MIDI control map before rendering
   --settings FILE          read the user settings from FILE (never written);
                            by default the built-in defaults
+  --state FILE             give the plug-in a saved state (XML, or the binary
+                           block a host stores) before anything else, as a host
+                           reopening a song does; the state's sequencer modes
+                           hold unless --sequencer is given
+  --save-state FILE        write the plug-in's state after rendering, as XML
+  --save-settings FILE     write the user settings the plug-in would keep
   --preset-bank FILE       load a preset bank (.qdprsb, or the older .qdb) as
                            the browser's bank "Load" does
   --preset-file FILE       load a preset (.qdprs or .qdp) into the current
@@ -164,6 +170,12 @@ RenderOptions parseRenderOptions(const juce::ArgumentList& args)
             options.savePresetBank = outputFile(value());
         else if (name == "--list-presets")
             options.listPresets = true;
+        else if (name == "--state")
+            options.state = inputFile(value(), "state file");
+        else if (name == "--save-state")
+            options.saveState = outputFile(value());
+        else if (name == "--save-settings")
+            options.saveSettings = outputFile(value());
         else if (name == "--midi-out")
             options.midiOut = outputFile(value());
         else if (name == "--events-out")

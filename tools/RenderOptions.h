@@ -30,6 +30,10 @@ struct RenderOptions
     juce::File presetBank, presetFile, savePresetBank;
     std::optional<int> preset;
     bool listPresets = false; // print the bank and exit, rendering nothing
+
+    // A saved state given as a host reopening a song gives it; the state and
+    // the user settings written after rendering.
+    juce::File state, saveState, saveSettings;
 };
 
 // A mistake in the command line; main prints it with the usage and exits with 2.

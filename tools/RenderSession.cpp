@@ -2,6 +2,7 @@
 
 #include "parameters/MidiControl.h"
 #include "plugin/Quindrel.h"
+#include "presets/XmlFiles.h"
 
 namespace
 {
@@ -125,6 +126,7 @@ Quindrel& RenderSession::preparePlugin()
     paths.settingsFile = options.settings;
     paths.writeSettings = false;
     plugin = Quindrel::createInstance(paths, options.outputType);
+    loadState();
     loadPresetFiles();
     return *plugin;
 }
@@ -137,6 +139,42 @@ void RenderSession::loadPresetFiles()
 
     if (options.presetFile != juce::File() && !plugin->loadPresetFile(options.presetFile, plugin->getCurrentPreset()))
         throw BadInput(("not a preset: " + options.presetFile.getFullPathName()).toStdString());
+}
+
+void RenderSession::loadState()
+{
+    if (options.state == juce::File())
+        return;
+
+    // A host's binary block, or the XML document itself.
+    juce::MemoryBlock block;
+    options.state.loadFileAsData(block);
+    auto xml = XmlFiles::parseBinary(block.getData(), (int) block.getSize());
+    const bool binary = xml != nullptr;
+    if (!binary)
+        xml = XmlFiles::parse(block.toString());
+
+    // The plug-in passes over a state it cannot read; a script must hear of it.
+    if (xml == nullptr || !plugin->canLoadState(*xml))
+        throw BadInput(("not a state of Quindrel: " + options.state.getFullPathName()).toStdString());
+
+    if (!binary)
+        juce::AudioProcessor::copyXmlToBinary(*xml, block);
+    plugin->setStateInformation(block.getData(), (int) block.getSize());
+}
+
+bool RenderSession::saveState(const juce::File& file)
+{
+    juce::MemoryBlock block;
+    preparePlugin().getStateInformation(block);
+    const auto xml = juce::AudioProcessor::getXmlFromBinary(block.getData(), (int) block.getSize());
+    return xml != nullptr && XmlFiles::write(*xml, file);
+}
+
+bool RenderSession::saveSettings(const juce::File& file)
+{
+    const auto xml = preparePlugin().createUserSettings();
+    return xml != nullptr && XmlFiles::write(*xml, file);
 }
 
 void RenderSession::listPresets(std::ostream& out)
@@ -164,7 +202,9 @@ RenderSession::Result RenderSession::run()
     auto* plugin = &preparePlugin();
 
     const bool patternOption = options.nativePattern.has_value() || options.hostPatternKey.has_value() || !options.patternBanks.isEmpty();
-    const bool sequencerOn = options.sequencer.value_or(!(options.midiIn != juce::File() && !patternOption));
+    // A saved state keeps its own modes unless the command line names one.
+    const bool sequencerOn = options.sequencer.value_or(options.state != juce::File() ? plugin->internalSequencer.load()
+                                                                                      : !(options.midiIn != juce::File() && !patternOption));
     plugin->setInternalSequencer(sequencerOn);
 
     for (const auto& bank : options.patternBanks)

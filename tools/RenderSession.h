@@ -38,6 +38,11 @@ public:
     // for a file the plug-in does not take.
     Quindrel& preparePlugin();
 
+    // The state as getStateInformation gives it, and the user settings; false
+    // if a file could not be written.
+    bool saveState(const juce::File& file);
+    bool saveSettings(const juce::File& file);
+
     // The bank's name, each group with its presets, and the current preset.
     void listPresets(std::ostream& out);
 
@@ -46,6 +51,7 @@ public:
 private:
     void readMidiFile();
     void loadPresetFiles();
+    void loadState();
 
     const RenderOptions& options;
     std::vector<TimedMessage> input;
