@@ -3,13 +3,21 @@
 // modes, routing and a pattern were changed, given to a fresh instance, gives
 // back the same bytes, and both play the same audio for the same MIDI.
 
-#include "StateEdits.h"
-
 #include <gtest/gtest.h>
 #include <juce_audio_processors/juce_audio_processors.h>
 
 namespace
 {
+// What a host cannot reach but through the state - modes, routing, a pattern -
+// changed as edits of the state's text.
+const std::pair<const char*, const char*> edits[] = {
+    { "<HostMode state=\"off\"/>", "<HostMode state=\"on\"/>" },
+    { "<NoteOff state=\"off\"/>", "<NoteOff state=\"on\"/>" },
+    { "<SD out=\"1\"/>", "<SD out=\"3\"/>" },
+    { "<TriggerOut state=\"off\" instrument=\"BD\"/>", "<TriggerOut state=\"on\" instrument=\"CP\"/>" },
+    { "<BD>O.......o.o.....</BD>", "<BD>O.O.O.O.O.O.O.O.</BD>" }, // the first host pattern, played by key 12
+};
+
 std::unique_ptr<juce::AudioPluginInstance> instantiate(juce::AudioPluginFormat& format, const juce::String& identifier)
 {
     juce::OwnedArray<juce::PluginDescription> types;
@@ -108,10 +116,10 @@ void setState(juce::AudioPluginInstance& plugin, const juce::MemoryBlock& block)
     plugin.setStateInformation(block.getData(), (int) block.getSize());
 }
 
-std::string textOf(const juce::MemoryBlock& block)
+juce::String textOf(const juce::MemoryBlock& block)
 {
     const auto xml = juce::AudioProcessor::getXmlFromBinary(block.getData(), (int) block.getSize());
-    return xml != nullptr ? xml->toString(juce::XmlElement::TextFormat().singleLine()).toStdString() : std::string();
+    return xml != nullptr ? xml->toString(juce::XmlElement::TextFormat().singleLine()) : juce::String();
 }
 
 void setKnob(juce::AudioPluginInstance& plugin, const juce::String& name, float value)
@@ -167,17 +175,20 @@ void checkRoundTrip(juce::AudioPluginFormat& format, const juce::String& identif
         original->releaseResources();
     }
     auto text = textOf(wrapping.inner(stateOf(*original)));
-    ASSERT_FALSE(text.empty()) << "no state of ours in what the host keeps";
-    ASSERT_TRUE(StateEdits::apply(text)) << text.substr(0, 2000);
+    ASSERT_FALSE(text.isEmpty()) << "no state of ours in what the host keeps";
+    for (const auto& [from, to] : edits)
+    {
+        ASSERT_TRUE(text.contains(from)) << from;
+        text = text.replaceSection(text.indexOf(from), (int) strlen(from), to);
+    }
     juce::MemoryBlock edited;
     juce::AudioProcessor::copyXmlToBinary(*juce::parseXML(text), edited);
     setState(*original, wrapping.replaceInner(stateOf(*original), edited));
 
     const auto saved = stateOf(*original);
     const auto savedText = textOf(wrapping.inner(saved));
-    EXPECT_NE(savedText.find("<HostMode state=\"on\"/>"), std::string::npos);
-    EXPECT_NE(savedText.find("<SD out=\"3\"/>"), std::string::npos);
-    EXPECT_NE(savedText.find("<param name=\"Bass Drum Decay\" value=\"0.875\"/>"), std::string::npos);
+    EXPECT_TRUE(savedText.contains("<HostMode state=\"on\"/>"));
+    EXPECT_TRUE(savedText.contains("<param name=\"Bass Drum Decay\" value=\"0.875\"/>"));
 
     auto restored = instantiate(format, identifier);
     ASSERT_NE(restored, nullptr);

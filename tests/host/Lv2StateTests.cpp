@@ -1,9 +1,9 @@
 // The built LV2 plug-in as a host that uses lilv keeps a song: the state
-// extension saves an instance (lilv_state_new_from_instance), a fresh instance
-// takes it back (lilv_state_restore), and both give the same state and play
-// the same audio for the same MIDI. No JUCE here: only lilv and the LV2 headers.
-
-#include "StateEdits.h"
+// extension saves an instance whose knobs and kit were changed
+// (lilv_state_new_from_instance), a fresh instance takes it back
+// (lilv_state_restore), and both give the same state and play the same audio
+// for the same MIDI. No JUCE here: only lilv and the LV2 headers. (The hosted
+// tests of the JUCE program change modes, routing and a pattern too.)
 
 #include <gtest/gtest.h>
 #include <lilv/lilv.h>
@@ -15,6 +15,7 @@
 #include <lv2/options/options.h>
 #include <lv2/patch/patch.h>
 #include <lv2/state/state.h>
+#include <lv2/time/time.h>
 #include <lv2/urid/urid.h>
 
 #include <array>
@@ -54,62 +55,6 @@ private:
     std::map<std::string, LV2_URID> ids;
     std::vector<std::string> uris;
 };
-
-// JUCE's own base64 form ("size.chars", six bits a character, least
-// significant first), in which the plug-in's LV2 wrapper keeps its block.
-const char* const base64Table = ".ABCDEFGHIJKLMNOPQRSTUVWXYZabcdefghijklmnopqrstuvwxyz0123456789+";
-
-std::string decodeJuceBase64(const std::string& text)
-{
-    const auto dot = text.find('.');
-    std::string bytes(std::stoul(text.substr(0, dot)), '\0');
-    size_t bit = 0;
-    for (size_t i = dot + 1; i < text.size(); ++i, bit += 6)
-    {
-        const auto value = (unsigned) (std::strchr(base64Table, text[i]) - base64Table);
-        for (int b = 0; b < 6 && (bit + (size_t) b) / 8 < bytes.size(); ++b)
-            if ((value >> b) & 1)
-                bytes[(bit + (size_t) b) / 8] = (char) (bytes[(bit + (size_t) b) / 8] | (1 << ((bit + (size_t) b) % 8)));
-    }
-    return bytes;
-}
-
-std::string encodeJuceBase64(const std::string& bytes)
-{
-    std::string text = std::to_string(bytes.size()) + ".";
-    const size_t characters = (bytes.size() * 8 + 5) / 6;
-    for (size_t i = 0; i < characters; ++i)
-    {
-        unsigned value = 0;
-        for (int b = 0; b < 6; ++b)
-        {
-            const size_t bit = i * 6 + (size_t) b;
-            if (bit / 8 < bytes.size() && ((unsigned char) bytes[bit / 8] >> (bit % 8)) & 1)
-                value |= 1u << b;
-        }
-        text += base64Table[value];
-    }
-    return text;
-}
-
-// The plug-in's XML inside its block: a mark, a length, the text.
-std::string xmlOfBlock(const std::string& block)
-{
-    if (block.size() < 9)
-        return {};
-    uint32_t length = 0;
-    std::memcpy(&length, block.data() + 4, 4);
-    return block.substr(8, std::min<size_t>(length, block.size() - 8));
-}
-
-std::string blockOfXml(const std::string& xml)
-{
-    std::string block(8, '\0');
-    const uint32_t mark = 0x21324356, length = (uint32_t) xml.size() + 1;
-    std::memcpy(block.data(), &mark, 4);
-    std::memcpy(block.data() + 4, &length, 4);
-    return block + xml + '\0';
-}
 
 class Host
 {
@@ -209,9 +154,9 @@ public:
         }
     }
 
-    // One block, with MIDI events as (frame, status, data1, data2) and knobs
-    // set as a host sets them, by patch:Set messages before them.
-    void run(const std::vector<std::array<int, 4>>& events = {}, const std::map<std::string, float>& knobs = {})
+    // One block, with MIDI events as (frame, status, data1, data2), knobs set
+    // as a host sets them, by patch:Set messages, and the transport started.
+    void run(const std::vector<std::array<int, 4>>& events = {}, const std::map<std::string, float>& knobs = {}, bool start = false)
     {
         auto& urids = host.urids;
         LV2_Atom_Forge forge;
@@ -229,6 +174,19 @@ public:
             lv2_atom_forge_key(&forge, urids.map(LV2_PATCH__value));
             lv2_atom_forge_float(&forge, value);
             lv2_atom_forge_pop(&forge, &object);
+        }
+        if (start)
+        {
+            LV2_Atom_Forge_Frame position;
+            lv2_atom_forge_frame_time(&forge, 0);
+            lv2_atom_forge_object(&forge, &position, 0, urids.map(LV2_TIME__Position));
+            lv2_atom_forge_key(&forge, urids.map(LV2_TIME__speed));
+            lv2_atom_forge_float(&forge, 1.0f);
+            lv2_atom_forge_key(&forge, urids.map(LV2_TIME__beatsPerMinute));
+            lv2_atom_forge_float(&forge, 120.0f);
+            lv2_atom_forge_key(&forge, urids.map(LV2_TIME__beat));
+            lv2_atom_forge_double(&forge, 0.0);
+            lv2_atom_forge_pop(&forge, &position);
         }
         for (const auto& e : events)
         {
@@ -293,14 +251,6 @@ std::string toString(Host& host, const LilvState* state)
     return result;
 }
 
-// The quoted value of the plug-in's state property in the Turtle of a state.
-std::string encodedBlock(const std::string& turtle, size_t& start)
-{
-    const auto property = turtle.find("StateString>");
-    start = turtle.find('"', property) + 1;
-    return turtle.substr(start, turtle.find('"', start) - start);
-}
-
 std::vector<std::vector<float>> play(Instance& instance)
 {
     // Half a second of silence first, as a host runs an instance before the
@@ -311,12 +261,7 @@ std::vector<std::vector<float>> play(Instance& instance)
     std::vector<std::vector<float>> result(instance.audio.size());
     for (int block = 0; block < 190; ++block)
     {
-        std::vector<std::array<int, 4>> events;
-        if (block == 0)
-            events.push_back({ 10, 0x90, 12, 100 }); // the first host pattern
-        if (block == 94)
-            events.push_back({ 100, 0xc0, 6, 0 }); // another kit
-        instance.run(events);
+        instance.run({}, {}, block == 0); // the native sequencer starts with the transport
         for (size_t c = 0; c < instance.audio.size(); ++c)
             result[c].insert(result[c].end(), instance.audio[c].begin(), instance.audio[c].end());
     }
@@ -333,56 +278,31 @@ TEST(PluginLv2State, TheStateExtensionKeepsTheSongAndAFreshInstancePlaysIt)
     ASSERT_NE(original.instance, nullptr) << "the plug-in refused to start";
     ASSERT_EQ(original.audio.size(), 24u);
 
-    // Knobs as a host moves them, the rest by an edited state, as in a song.
+    // Another kit, then knobs moved as a host moves them.
     const std::string parameter = QUINDREL_LV2_URI ":";
-    original.run({}, { { parameter + "bass_drum_decay", 0.875f }, { parameter + "closed_hi_hat_level", 0.25f }, { parameter + "cow_bell_mute", 1.0f } });
-    original.run();
+    original.run({ { 0, 0xc0, 7, 0 } });
+    original.run({}, { { parameter + "bass_drum_decay", 0.875f }, { parameter + "snare_drum_level", 0.25f }, { parameter + "main_volume", 0.375f } });
 
-    LilvState* first = original.save();
-    ASSERT_NE(first, nullptr);
-    auto turtle = toString(host, first);
-    lilv_state_free(first);
-    size_t start = 0;
-    const auto encoded = encodedBlock(turtle, start);
-    auto xml = xmlOfBlock(decodeJuceBase64(encoded));
-    ASSERT_NE(xml.find("<PluginState application=\"Quindrel\""), std::string::npos) << turtle.substr(0, 1000);
-    ASSERT_NE(xml.find("<param name=\"Bass Drum Decay\" value=\"0.875\"/>"), std::string::npos) << "the knob did not reach the state";
-    ASSERT_TRUE(StateEdits::apply(xml));
-    turtle.replace(start, encoded.size(), encodeJuceBase64(blockOfXml(xml)));
-    LilvState* edited = lilv_state_new_from_string(host.world, &host.urids.mapFeature, turtle.c_str());
-    ASSERT_NE(edited, nullptr);
-    original.restore(edited);
-    lilv_state_free(edited);
-
-    // The song as the host saves it, and a fresh instance that opens it.
+    // The song as the host saves it, and a fresh instance that opens it after
+    // as many blocks, so that the noise sources of both stand at the same place.
     LilvState* saved = original.save();
+    ASSERT_NE(saved, nullptr);
     Instance restored(host);
-    // As many blocks as the original ran before the song, so that the noise
-    // source of both stands at the same place.
     restored.run();
     restored.run();
     restored.restore(saved);
     LilvState* again = restored.save();
     EXPECT_TRUE(lilv_state_equals(saved, again));
-    const auto savedText = toString(host, saved), againText = toString(host, again);
-    EXPECT_EQ(savedText, againText);
-    size_t ignored = 0;
-    const auto savedXml = xmlOfBlock(decodeJuceBase64(encodedBlock(savedText, ignored)));
-    EXPECT_NE(savedXml.find("<HostMode state=\"on\"/>"), std::string::npos);
-    EXPECT_NE(savedXml.find("<SD out=\"3\"/>"), std::string::npos);
+    EXPECT_EQ(toString(host, saved), toString(host, again));
+    EXPECT_NE(toString(host, saved).find("StateString"), std::string::npos) << "the plug-in kept no state of its own";
     lilv_state_free(saved);
     lilv_state_free(again);
 
-    // Both play the same.
     const auto a = play(original), b = play(restored);
-    float peak = 0.0f, snare = 0.0f;
-    for (size_t i = 0; i < a[0].size(); ++i)
-    {
-        peak = std::max(peak, std::abs(a[0][i]));
-        snare = std::max(snare, std::abs(a[4][i]));
-    }
-    EXPECT_GT(peak, 0.01f) << "the pattern did not play";
-    EXPECT_GT(snare, 0.01f) << "the snare did not reach output 3";
+    float peak = 0.0f;
+    for (const float x : a[0])
+        peak = std::max(peak, std::abs(x));
+    EXPECT_GT(peak, 0.01f) << "nothing played";
     for (size_t c = 0; c < a.size(); ++c)
         ASSERT_EQ(a[c], b[c]) << "channel " << c;
 }
