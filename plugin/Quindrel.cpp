@@ -1,5 +1,6 @@
 #include "plugin/Quindrel.h"
 
+#include "editor/DrumMachineEditors.h"
 #include "engine/QuindrelCore.h"
 #include "parameters/ParameterIds.h"
 #include "sequencer/QuindrelSeq.h"
@@ -57,6 +58,11 @@ void Quindrel::loadMidiMap(const juce::XmlElement& xml)
 {
     midiControl->loadOlderMap(xml, [this](const juce::String& oldName)
                               { return oldNames->getParameterName(oldName); });
+}
+
+std::unique_ptr<BasePluginEditor> Quindrel::createPluginEditor()
+{
+    return std::make_unique<QuindrelEditor>(this);
 }
 
 QuindrelSeq* Quindrel::getQuindrelSeq() const

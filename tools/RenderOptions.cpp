@@ -5,6 +5,7 @@
 #include <cmath>
 
 const char* const renderUsage = R"(usage: quindrel-render [options] -o OUT.wav
+       quindrel-render [options] --snapshot PANEL.png
 
 Plays Quindrel as a host would, with no window, and writes what it gives back.
 
@@ -34,6 +35,10 @@ Plays Quindrel as a host would, with no window, and writes what it gives back.
   --midi-out OUT.mid       write the MIDI the plug-in generates
   --events-out OUT.tsv     write each generated MIDI event as a line
                            "sample<TAB>status<TAB>data1<TAB>data2"
+  --snapshot FILE.png      open the panel for the whole render, as a host with
+                           its window open, and write a picture of it at the end
+  --skin DIR               take skin.xml and its images from DIR instead of
+                           the built-in ones
   -h, --help               this text
 )";
 
@@ -149,13 +154,34 @@ RenderOptions parseRenderOptions(const juce::ArgumentList& args)
             options.midiOut = outputFile(value());
         else if (name == "--events-out")
             options.eventsOut = outputFile(value());
+        else if (name == "--snapshot")
+        {
+            options.snapshot = outputFile(value());
+            if (!options.snapshot.hasFileExtension("png"))
+                throw BadInput(("--snapshot writes a .png file, not " + options.snapshot.getFileName()).toStdString());
+        }
+        else if (name == "--skin")
+        {
+            options.skinDirectory = juce::File::getCurrentWorkingDirectory().getChildFile(value());
+            if (!options.skinDirectory.isDirectory())
+                throw BadInput(("skin folder not found: " + options.skinDirectory.getFullPathName()).toStdString());
+            const auto skinFile = options.skinDirectory.getChildFile("skin.xml");
+            if (!skinFile.existsAsFile())
+                throw BadInput(("no skin.xml in " + options.skinDirectory.getFullPathName()).toStdString());
+            juce::XmlDocument document(skinFile);
+            const auto root = document.getDocumentElement();
+            if (root == nullptr)
+                throw BadInput((skinFile.getFullPathName() + " is not XML: " + document.getLastParseError()).toStdString());
+            if (!root->hasTagName("PluginEditor"))
+                throw BadInput((skinFile.getFullPathName() + " has the root " + root->getTagName() + ", not PluginEditor").toStdString());
+        }
         else if (arg.isOption())
             throw BadInput(("unknown option " + arg.text).toStdString());
         else
             throw BadInput(("unexpected argument \"" + arg.text + "\"").toStdString());
     }
 
-    if (!options.help && !haveOutput)
-        throw BadInput("no output file given (-o OUT.wav)");
+    if (!options.help && !haveOutput && options.snapshot == juce::File())
+        throw BadInput("no output file given (-o OUT.wav or --snapshot PANEL.png)");
     return options;
 }

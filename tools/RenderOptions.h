@@ -23,6 +23,8 @@ struct RenderOptions
     std::optional<int> nativePattern;  // 1 to 16, as the step buttons choose
     std::optional<int> hostPatternKey; // 12 to 107
     juce::File output;
+    juce::File snapshot;      // a PNG of the panel at the end; empty: no panel
+    juce::File skinDirectory; // skin.xml and its images from here, not built in
     bool help = false;
 };
 

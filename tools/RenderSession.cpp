@@ -1,5 +1,6 @@
 #include "RenderSession.h"
 
+#include "editor/ResourceLoader.h"
 #include "parameters/MidiControl.h"
 #include "plugin/Quindrel.h"
 
@@ -71,6 +72,13 @@ void loadControlMap(Quindrel& plugin, const juce::File& file)
         throw BadInput(("not a MIDI control map: " + file.getFullPathName()).toStdString());
     else
         midiControl.loadMap(*xml);
+}
+
+// Lets the message thread deliver what is pending: parameter updates on
+// their way to the panel, and the timers that raise them.
+void deliverPendingMessages()
+{
+    juce::MessageManager::getInstance()->runDispatchLoopUntil(50);
 }
 
 juce::int64 toSample(double seconds, double sampleRate)
@@ -148,6 +156,14 @@ RenderSession::Result RenderSession::run()
         events.insert(events.begin(), { 0, juce::MidiMessage::noteOn(1, *options.hostPatternKey, (juce::uint8) 100) });
     }
 
+    // The panel is open for the whole render, as a host's window would be.
+    std::unique_ptr<juce::AudioProcessorEditor> editor;
+    if (options.snapshot != juce::File())
+    {
+        setSkinDirectory(options.skinDirectory);
+        editor.reset(plugin->createEditorIfNeeded());
+    }
+
     RenderPlayHead playHead(options.tempo, options.sampleRate);
     if (options.transport)
         plugin->setPlayHead(&playHead);
@@ -192,6 +208,14 @@ RenderSession::Result RenderSession::run()
     result.renderSeconds = (juce::Time::getMillisecondCounterHiRes() - started) / 1000.0;
     plugin->releaseResources();
     plugin->setPlayHead(nullptr);
+
+    if (editor != nullptr)
+    {
+        deliverPendingMessages();
+        result.snapshot = editor->createComponentSnapshot(editor->getLocalBounds(), true, 1.0f);
+        editor.reset();
+        setSkinDirectory({});
+    }
 
     // Without the internal sequencer the plug-in passes its input through:
     // only the notes it generated itself count as its output.

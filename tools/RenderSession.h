@@ -3,6 +3,7 @@
 #include "RenderOptions.h"
 
 #include <juce_audio_basics/juce_audio_basics.h>
+#include <juce_graphics/juce_graphics.h>
 
 #include <vector>
 
@@ -25,6 +26,7 @@ public:
         int mainChannels = 2;           // the channels of the first output: 2, or 1 with mono outputs
         std::vector<TimedMessage> generated;
         double renderSeconds = 0.0;
+        juce::Image snapshot; // the panel at the end, when asked for
     };
 
     // Throws BadInput if the MIDI file is not one, or an input file is not of its kind.
