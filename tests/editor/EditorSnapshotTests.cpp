@@ -1,0 +1,60 @@
+// quindrel-render --snapshot and --skin, as a skin's maker runs them.
+
+#include "EditorTestSupport.h"
+
+using namespace editortest;
+
+namespace
+{
+struct Run
+{
+    int exitCode = -1;
+    juce::String output;
+};
+
+Run render(const juce::StringArray& arguments)
+{
+    juce::StringArray command{ QUINDREL_RENDER_PATH };
+    command.addArray(arguments);
+    juce::ChildProcess process;
+    Run run;
+    if (process.start(command))
+    {
+        run.output = process.readAllProcessOutput();
+        process.waitForProcessToFinish(60000);
+        run.exitCode = (int) process.getExitCode();
+    }
+    return run;
+}
+} // namespace
+
+TEST(EditorSnapshot, PaintsTheSkinFromAFolderWithTheValuesAtTheEnd)
+{
+    TestSkin skin;
+    setSkinDirectory({}); // the renderer is told the folder itself
+    skin.writeBackground(320, 200);
+    skin.writeStrip("Knob.png", 40, 40, 11);
+    skin.writeSkin(R"(<Knob name="Volume"><links><link as="connectedTo" param="Main Volume"/></links>
+  <gfx resource="Knob.png" framesNum="11"/><pos left="100" top="50"/></Knob>)");
+    const auto picture = skin.getFolder().getChildFile("panel.png");
+
+    const auto run = render({ "--seconds", "0.5", "--skin", skin.getFolder().getFullPathName(), "--snapshot", picture.getFullPathName() });
+    ASSERT_EQ(run.exitCode, 0) << run.output;
+    const auto image = juce::ImageFileFormat::loadFrom(picture);
+    ASSERT_TRUE(image.isValid());
+    EXPECT_EQ(image.getWidth(), 320);
+    EXPECT_GT(image.getHeight(), 200) << "the status bar under the panel";
+    EXPECT_EQ(image.getPixelAt(10, 10), backgroundColour);
+    EXPECT_EQ(frameOf(image.getPixelAt(120, 70)), 5) << "Main Volume starts at 0.5";
+
+    // Without a skin: the grid. A bad skin folder: one line, nothing written.
+    const auto grid = skin.getFolder().getChildFile("grid.png");
+    ASSERT_EQ(render({ "--seconds", "0.1", "--snapshot", grid.getFullPathName() }).exitCode, 0);
+    EXPECT_EQ(juce::ImageFileFormat::loadFrom(grid).getWidth(), BasePluginEditor::defaultWidth);
+
+    skin.getFolder().getChildFile("skin.xml").replaceWithText("<Skin/>");
+    const auto bad = render({ "--skin", skin.getFolder().getFullPathName(), "--snapshot", grid.getParentDirectory().getChildFile("bad.png").getFullPathName() });
+    EXPECT_EQ(bad.exitCode, 2);
+    EXPECT_TRUE(bad.output.contains("not PluginEditor")) << bad.output;
+    EXPECT_FALSE(grid.getParentDirectory().getChildFile("bad.png").exists());
+}
