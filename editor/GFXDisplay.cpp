@@ -247,9 +247,15 @@ void GFXDisplay::paint(juce::Graphics& g)
 
     if (!font.isValid())
     {
+        const auto textFont = DefaultLookAndFeel::getPanelFont(juce::jlimit(8.0f, 14.0f, (float) getHeight() - 2.0f));
         g.setColour(juce::Colours::black);
-        g.setFont(DefaultLookAndFeel::getPanelFont(juce::jlimit(8.0f, 14.0f, (float) getHeight() - 2.0f)));
+        g.setFont(textFont);
         g.drawText(shownText, getLocalBounds().reduced(2, 0), juce::Justification::centredLeft, true);
+        if (getHighlightIndex() >= 0)
+        {
+            const float x = 2.0f + textFont.getStringWidthFloat(shownText.substring(0, caretPos));
+            g.drawLine(x, 2.0f, x, (float) getHeight() - 2.0f, 1.0f);
+        }
         return;
     }
     if (charWidth <= 0 || fontHeight <= 0)

@@ -264,10 +264,12 @@ void BaseGFXController::drawNameAbove(juce::Graphics& g, juce::Rectangle<int>& a
         else
             lines.add(word);
     }
-    while (lines.size() > 3)
+    // A short control gets its name on one line.
+    const int maxLines = area.getHeight() >= 70 ? 3 : 1;
+    while (lines.size() > maxLines)
     {
-        lines.set(1, lines[1] + " " + lines[2]);
-        lines.remove(2);
+        lines.set(maxLines - 1, lines[maxLines - 1] + " " + lines[maxLines]);
+        lines.remove(maxLines);
     }
 
     const int lineHeight = (int) std::ceil(font.getHeight());

@@ -136,7 +136,8 @@ protected:
     static void drawDotBox(juce::Graphics& g, juce::Rectangle<int> bounds, float level);
 
     // A no-image substitute's label: the name wrapped to the width in as few
-    // lines as it needs (three at most), taken off the top of area.
+    // lines as it needs (three at most, one on a short control), taken off
+    // the top of area.
     static void drawNameAbove(juce::Graphics& g, juce::Rectangle<int>& area, const juce::String& name, const juce::Colour& colour);
 
     juce::Image image;

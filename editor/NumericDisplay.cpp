@@ -52,6 +52,11 @@ void NumericDisplayDigit::paint(juce::Graphics& g)
     }
     const int frame = getFrame();
     drawSubstituteText(g, *this, frame == 0 ? juce::String() : juce::String(frame - 1));
+    if (pointAfter)
+    {
+        const float size = juce::jmax(2.0f, (float) height * 0.1f);
+        g.fillRect((float) width - size, (float) height - 2.0f * size, size, size);
+    }
 }
 
 //==============================================================================
@@ -168,6 +173,7 @@ void NumericDisplay::loadFromXml(const juce::XmlElement& xml, ParameterManager& 
                                                          image.isValid() ? image.getHeight() / digitFrames : digitHeight,
                                                          i <= (int) order));
         digit->setTopLeftPosition(x, 0);
+        digit->setPointAfter(!image.isValid() && i == (int) order && i < digitsNum - 1);
         addAndMakeVisible(digit);
         x += digit->getWidth();
         tallest = juce::jmax(tallest, digit->getHeight());

@@ -14,6 +14,9 @@ public:
     int getFrame() const;
     bool isBlank() const { return blank; }
     bool isInteger() const { return isIntegerDigit; }
+    // The no-image drawing puts a point after the last integer digit; with
+    // art, the point is in the art.
+    void setPointAfter(bool shouldShowPoint) { pointAfter = shouldShowPoint; }
     int getDigit() const { return digit; }
 
     void paint(juce::Graphics& g) override;
@@ -22,6 +25,7 @@ public:
 private:
     int width, height;
     bool isIntegerDigit;
+    bool pointAfter = false;
     bool blank = true;
     int digit = 0;
     juce::Image image;
