@@ -189,6 +189,8 @@ RenderSession::Result RenderSession::run()
     juce::AudioBuffer<float> block(channels, options.blockSize);
     juce::MidiBuffer midi;
     size_t nextEvent = 0;
+    // Script events go straight to the plug-in; a render with an editor
+    // points player.fireEvent at the editor's controls instead.
     ScriptPlayer player(script, *plugin, options.sampleRate);
 
     const auto started = juce::Time::getMillisecondCounterHiRes();
