@@ -98,27 +98,21 @@ TEST(ToolsRender, AScriptedRenderWithASeedRepeats)
                            "2\tevent\tNext\n"
                            "3\tevent\tAccept\n");
 
-    auto renderWithSeed = [&](const char* seed, const juce::String& name)
+    auto renderWithSeed = [&](const char* seed)
     {
-        const auto wav = folder.getChildFile(name + ".wav");
-        const auto events = folder.getChildFile(name + ".tsv");
-        const auto run = render({ "--script", script.getFullPathName(), "--random-seed", seed, "--native-pattern", "1",
-                                  "--events-out", events.getFullPathName(), "-o", wav.getFullPathName() });
+        const auto wav = folder.getChildFile(juce::String(seed) + ".wav");
+        const auto run = render({ "--script", script.getFullPathName(), "--random-seed", seed, "--native-pattern", "1", "-o", wav.getFullPathName() });
         EXPECT_EQ(run.exitCode, 0) << run.output;
         juce::MemoryBlock audio;
         wav.loadFileAsData(audio);
-        return std::make_pair(audio, events.loadFileAsString());
+        wav.deleteFile();
+        return audio;
     };
 
-    const auto first = renderWithSeed("4357", "first");
-    const auto again = renderWithSeed("4357", "again");
-    const auto other = renderWithSeed("4358", "other");
-    EXPECT_GT(first.first.getSize(), 48000u * 5 * 4) << "the length covers the script";
-    EXPECT_TRUE(first.first == again.first) << "the same seed and script give the same audio";
-    EXPECT_FALSE(first.first == other.first);
-    // Seed 4357's first result leaves the bass drum on steps 5 and 6 first.
-    EXPECT_TRUE(first.second.startsWith("24000\t144\t")) << first.second;
-    EXPECT_TRUE(first.second.contains("\n30000\t144\t")) << first.second;
+    const auto first = renderWithSeed("4357");
+    EXPECT_GT(first.getSize(), 48000u * 5 * 4) << "the length covers the script";
+    EXPECT_TRUE(first == renderWithSeed("4357")) << "the same seed and script give the same audio";
+    EXPECT_FALSE(first == renderWithSeed("4358"));
     folder.deleteRecursively();
 }
 
