@@ -43,7 +43,8 @@ Plays Quindrel as a host would, with no window, and writes what it gives back.
   --events-out OUT.tsv     write each generated MIDI event as a line
                            "sample<TAB>status<TAB>data1<TAB>data2"
   --snapshot FILE.png      open the panel for the whole render, as a host with
-                           its window open, and write a picture of it at the end
+                           its window open, and write a picture of it at the
+                           end; script events then act as clicks on the panel
   --skin DIR               take skin.xml and its images from DIR instead of
                            the built-in ones
   -h, --help               this text

@@ -1,5 +1,7 @@
 #include "RenderSession.h"
 
+#include "editor/BasePluginEditor.h"
+#include "editor/PluginEditorWindow.h"
 #include "editor/ResourceLoader.h"
 #include "parameters/MidiControl.h"
 #include "plugin/Quindrel.h"
@@ -72,13 +74,6 @@ void loadControlMap(Quindrel& plugin, const juce::File& file)
         throw BadInput(("not a MIDI control map: " + file.getFullPathName()).toStdString());
     else
         midiControl.loadMap(*xml);
-}
-
-// Lets the message thread deliver what is pending: parameter updates on
-// their way to the panel, and the timers that raise them.
-void deliverPendingMessages()
-{
-    juce::MessageManager::getInstance()->runDispatchLoopUntil(50);
 }
 
 juce::int64 toSample(double seconds, double sampleRate)
@@ -205,9 +200,12 @@ RenderSession::Result RenderSession::run()
     juce::AudioBuffer<float> block(channels, options.blockSize);
     juce::MidiBuffer midi;
     size_t nextEvent = 0;
-    // Script events go straight to the plug-in; a render with an editor
-    // points player.fireEvent at the editor's controls instead.
+    // Script events go straight to the plug-in, or with the panel open, as a
+    // click on a control bound to them: the panel's own events first.
     ScriptPlayer player(script, *plugin, options.sampleRate);
+    if (auto* window = dynamic_cast<PluginEditorWindow*>(editor.get()))
+        player.fireEvent = [&panel = window->getEditor()](int uid)
+        { panel.performEvent(uid); };
 
     const auto started = juce::Time::getMillisecondCounterHiRes();
 
@@ -241,7 +239,9 @@ RenderSession::Result RenderSession::run()
 
     if (editor != nullptr)
     {
-        deliverPendingMessages();
+        // Twice: the panel's answer to an update may raise another.
+        deliverPendingUpdates();
+        deliverPendingUpdates();
         result.snapshot = editor->createComponentSnapshot(editor->getLocalBounds(), true, 1.0f);
         editor.reset();
         setSkinDirectory({});

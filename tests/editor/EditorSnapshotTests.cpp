@@ -32,7 +32,7 @@ TEST(EditorSnapshot, PaintsTheSkinFromAFolderWithTheValuesAtTheEnd)
 {
     TestSkin skin;
     setSkinDirectory({}); // the renderer is told the folder itself
-    skin.writeBackground(320, 200);
+    skin.writeBackground(900, 700);
     skin.writeStrip("Knob.png", 40, 40, 11);
     skin.writeSkin(R"(<Knob name="Volume"><links><link as="connectedTo" param="Main Volume"/></links>
   <gfx resource="Knob.png" framesNum="11"/><pos left="100" top="50"/></Knob>)");
@@ -42,10 +42,20 @@ TEST(EditorSnapshot, PaintsTheSkinFromAFolderWithTheValuesAtTheEnd)
     ASSERT_EQ(run.exitCode, 0) << run.output;
     const auto image = juce::ImageFileFormat::loadFrom(picture);
     ASSERT_TRUE(image.isValid());
-    EXPECT_EQ(image.getWidth(), 320);
-    EXPECT_GT(image.getHeight(), 200) << "the status bar under the panel";
+    EXPECT_EQ(image.getWidth(), 900);
+    EXPECT_GT(image.getHeight(), 700) << "the status bar under the panel";
     EXPECT_EQ(image.getPixelAt(10, 10), backgroundColour);
     EXPECT_EQ(frameOf(image.getPixelAt(120, 70)), 5) << "Main Volume starts at 0.5";
+
+    // A script's event goes through the panel: "Options" opens its window.
+    const auto script = skin.getFolder().getChildFile("options.txt");
+    script.replaceWithText("0.1\tevent\tOptions\n");
+    ASSERT_EQ(render({ "--seconds", "0.5", "--script", script.getFullPathName(), "--skin", skin.getFolder().getFullPathName(),
+                       "--snapshot", picture.getFullPathName() })
+                  .exitCode,
+              0);
+    EXPECT_LT(juce::ImageFileFormat::loadFrom(picture).getPixelAt(10, 10).getBrightness(), backgroundColour.getBrightness())
+        << "the panel dimmed behind the window";
 
     // Without a skin: the grid. A bad skin folder: one line, nothing written.
     const auto grid = skin.getFolder().getChildFile("grid.png");
