@@ -254,6 +254,8 @@ void GFXDisplay::paint(juce::Graphics& g)
         if (getHighlightIndex() >= 0)
         {
             const float x = 2.0f + textFont.getStringWidthFloat(shownText.substring(0, caretPos));
+            const auto caret = findColour(DefaultLookAndFeel::displayCaretColourId);
+            g.setColour(caret.isTransparent() ? juce::Colours::black : caret);
             g.drawLine(x, 2.0f, x, (float) getHeight() - 2.0f, 1.0f);
         }
         return;

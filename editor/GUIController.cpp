@@ -251,30 +251,38 @@ void BaseGFXController::drawDotBox(juce::Graphics& g, juce::Rectangle<int> bound
 
 void BaseGFXController::drawNameAbove(juce::Graphics& g, juce::Rectangle<int>& area, const juce::String& name, const juce::Colour& colour)
 {
-    constexpr float squeeze = 0.9f;
     const auto font = DefaultLookAndFeel::getPanelFont(13.0f);
-    const float room = (float) area.getWidth() / squeeze;
+    const int lineHeight = (int) std::ceil(font.getHeight());
+    // Two lines on a tall control, so that a row of them lines up; one on a short one.
+    const int maxLines = area.getHeight() >= 70 ? 2 : 1;
 
-    // Words go on a line while they fit, squeezed a little if need be.
+    // Words go on a line while they fit, squeezed a little, and harder when
+    // the name would take more lines than there are.
     juce::StringArray lines;
-    for (const auto& word : juce::StringArray::fromTokens(name, " ", {}))
+    for (const float squeeze : { 0.9f, 0.7f })
     {
-        if (!lines.isEmpty() && font.getStringWidthFloat(lines[lines.size() - 1] + " " + word) <= room)
-            lines.set(lines.size() - 1, lines[lines.size() - 1] + " " + word);
-        else
-            lines.add(word);
+        lines.clear();
+        const float room = (float) area.getWidth() / squeeze;
+        for (const auto& word : juce::StringArray::fromTokens(name, " ", {}))
+        {
+            if (!lines.isEmpty() && font.getStringWidthFloat(lines[lines.size() - 1] + " " + word) <= room)
+                lines.set(lines.size() - 1, lines[lines.size() - 1] + " " + word);
+            else
+                lines.add(word);
+        }
+        if (lines.size() <= maxLines)
+            break;
     }
-    // A short control gets its name on one line.
-    const int maxLines = area.getHeight() >= 70 ? 3 : 1;
     while (lines.size() > maxLines)
     {
         lines.set(maxLines - 1, lines[maxLines - 1] + " " + lines[maxLines]);
         lines.remove(maxLines);
     }
 
-    const int lineHeight = (int) std::ceil(font.getHeight());
+    auto label = area.removeFromTop(maxLines * lineHeight);
+    label = label.withSizeKeepingCentre(label.getWidth(), lines.size() * lineHeight);
     g.setColour(colour);
     g.setFont(font);
     for (const auto& line : lines)
-        g.drawFittedText(line, area.removeFromTop(lineHeight), juce::Justification::centred, 1, 0.6f);
+        g.drawFittedText(line, label.removeFromTop(lineHeight), juce::Justification::centred, 1, 0.6f);
 }

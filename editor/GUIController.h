@@ -135,9 +135,8 @@ protected:
     // with a dot that grows with level 0 to 1.
     static void drawDotBox(juce::Graphics& g, juce::Rectangle<int> bounds, float level);
 
-    // A no-image substitute's label: the name wrapped to the width in as few
-    // lines as it needs (three at most, one on a short control), taken off
-    // the top of area.
+    // A no-image substitute's label: the name wrapped to the width in two
+    // lines (one on a short control), taken off the top of area.
     static void drawNameAbove(juce::Graphics& g, juce::Rectangle<int>& area, const juce::String& name, const juce::Colour& colour);
 
     juce::Image image;
