@@ -174,6 +174,13 @@ TEST(EditorControls, OneFrameKnobAndSwitchPositions)
     EXPECT_EQ(shownFrame(variation), 2);
     variation.setSwitchStyle("Sideways");
     EXPECT_EQ(variation.getSwitchStyle(), GFXSwitch::horizontalStyle);
+
+    // A vertical one has its top at 1.
+    variation.setSwitchStyle("Vertical");
+    drag(variation, { 15, 1 }, {});
+    EXPECT_NEAR(p.panel->parameter("Basic Variation Mode").getNormalised(), 0.9, 0.1);
+    drag(variation, { 15, 9 }, {});
+    EXPECT_NEAR(p.panel->parameter("Basic Variation Mode").getNormalised(), 0.1, 0.1);
 }
 
 TEST(EditorControls, ButtonsFireOnPressOrReleaseAndRepeatWhileHeld)

@@ -171,3 +171,25 @@ TEST(EditorSkin, LinksAndActionsBindByNameAndSkipWhatTheyDoNotKnow)
     auto& missing = panel.control<GFXKnob>("Missing");
     EXPECT_EQ(missing.getBounds(), juce::Rectangle<int>(0, 0, 33, 44)) << "no image: size from the skin, position (0, 0)";
 }
+
+TEST(EditorSkin, ThePlugInMayAskForADebugPanelInTheBottomRightCorner)
+{
+    struct DebugQuindrel : Quindrel
+    {
+        using Quindrel::Quindrel;
+        bool useDebugParameters() const override { return true; }
+    };
+    TestSkin skin;
+    skin.writeBackground(900, 575);
+    skin.writeSkin("");
+    auto plugin = Quindrel::createInstance<DebugQuindrel>(PluginPaths{});
+    std::unique_ptr<PluginEditorWindow> window(dynamic_cast<PluginEditorWindow*>(plugin->createEditor()));
+
+    auto* debugPanel = window->getEditor().findControl("DebugPanel");
+    ASSERT_NE(debugPanel, nullptr);
+    EXPECT_EQ(debugPanel->getBounds(), juce::Rectangle<int>(290, 425, 600, 140));
+    auto* button = dynamic_cast<GFXButton*>(window->getEditor().findControl("Debug Button 0"));
+    ASSERT_NE(button, nullptr);
+    EXPECT_EQ(button->getClickEventUid(), BasePluginEditor::debugUidBase);
+    EXPECT_NE(window->getEditor().findControl("Debug Knob 5"), nullptr);
+}
