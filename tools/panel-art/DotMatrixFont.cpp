@@ -114,7 +114,7 @@ juce::Image PanelPainter::makeFontImage()
     constexpr int count = 96;
     juce::Image image(juce::Image::RGB, glyphWidth, 2 * count * glyphHeight, true);
     const auto background = displayBackground();
-    const auto ink = displayCaret();
+    const auto ink = displayInk();
 
     for (int block = 0; block < 2; ++block)
     {

@@ -156,6 +156,11 @@ int main(int argc, char** argv)
 
     const auto layout = buildLayout();
     const PanelPainter painter;
+    if (!painter.hasFonts())
+    {
+        std::cerr << "quindrel-panel-art: the embedded DejaVu fonts are missing\n";
+        return 1;
+    }
     Preview preview(layout);
     const auto files = makeFiles(layout, painter, preview);
 

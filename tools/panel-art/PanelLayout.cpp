@@ -7,7 +7,7 @@
 namespace PanelArt
 {
 juce::Colour displayBackground() { return juce::Colour(0xff120e0a); }
-juce::Colour displayCaret() { return juce::Colour(0xffffb347); }
+juce::Colour displayInk() { return juce::Colour(0xffffa640); }
 
 float switchAngle(int position, int positions)
 {
@@ -51,11 +51,6 @@ int stripX(int track)
 {
     return stripLeft + stripPitch * track + (track == accentTrack ? accentGap : 0);
 }
-
-const char* const tokens[trackCount] = {
-    "BassDrum", "SnareDrum", "LowConga", "MidConga", "HiConga", "LowTom", "MidTom", "HiTom", "Claves",
-    "RimShot", "Maracas", "HandClap", "CowBell", "LaserGun", "Cymbal", "OpenHiHat", "ClosedHiHat", "Accent"
-};
 
 // The name plate: two short lines fit a strip where one long line would not.
 const char* const plateLines[trackCount][2] = {
@@ -203,8 +198,8 @@ void addStrips(Builder& b)
     for (int t = 0; t < trackCount; ++t)
     {
         const int x = stripX(t);
-        const juce::String token = tokens[t];
         const juce::String name = instrumentNames[t];
+        const auto token = name.removeCharacters(" "); // "Bass Drum" is BassDrum on the panel
         const int plateTop = t == accentTrack ? accentTop + 2 : nameTop;
 
         auto& plate = b.toggle(token + "ActivityLed", { x + 3, plateTop, 42, 26 }, Look::NameLight, {}, "Select " + name, triggerGreen, plateLines[t][0]);
@@ -436,7 +431,6 @@ void addSteps(Builder& b)
         key.link = "Step " + nn + " State";
         key.onClick = "Press Step " + nn;
         key.colour = stepColours[s / 4];
-        key.option = s / 4;
         b.lamp("Step" + nn + "Led", { x + keyW / 2 - 4, stepTop + 6, 8, 8 }, "Step " + nn + " Length State", stepColours[s / 4]);
         b.label(juce::String(s + 1), x + keyW / 2, keyTop + keyH + 11, Label::small);
         x += keyW + gap;

@@ -64,7 +64,6 @@ struct Control
     juce::String caption;    // drawn in every frame
     juce::String subCaption; // a second line, where there is one
     juce::Colour colour;     // the lit colour
-    int option = 0;          // the step group, or the positions of a switch
 };
 
 // A text printed on the panel.
@@ -114,11 +113,11 @@ struct Layout
 
 Layout buildLayout();
 
-// The display colours, shared by the skin (the displays fill with it) and
-// by the font and digit art.
 // The angle of a rotary switch position, in radians clockwise from twelve.
 float switchAngle(int position, int positions);
 
+// The display colours, shared by the skin (the text displays fill with the
+// background) and by the font and digit art: glowing amber on near black.
 juce::Colour displayBackground();
-juce::Colour displayCaret();
+juce::Colour displayInk();
 } // namespace PanelArt

@@ -24,7 +24,6 @@ const juce::Colour titleColour(0xff7f8994);
 const juce::Colour smallColour(0xff8d96a0);
 const juce::Colour arcColour(0xff4fc9c0);
 const juce::Colour arcTrack(0xff131517);
-const juce::Colour litAmber(0xffffa640);
 
 juce::Point<float> polar(juce::Point<float> centre, float angle, float radius)
 {
@@ -141,11 +140,10 @@ void fillGlowing(juce::Graphics& g, const juce::Path& p, juce::Colour colour, fl
 
 PanelPainter::PanelPainter()
 {
-    auto load = [](const char* name)
+    auto load = [](const char* name) -> juce::Typeface::Ptr
     {
         const auto data = Resources::loadResourceData(name);
-        jassert(data.has_value());
-        return juce::Typeface::createSystemTypefaceFor(data->getData(), data->getSize());
+        return data.has_value() ? juce::Typeface::createSystemTypefaceFor(data->getData(), data->getSize()) : nullptr;
     };
     regular = load("DejaVuSansCondensed.ttf");
     bold = load("DejaVuSansCondensed-Bold.ttf");
@@ -355,7 +353,7 @@ void PanelPainter::rotarySwitch(juce::Graphics& g, juce::Rectangle<float> r, int
     for (int p = 0; p < positions; ++p)
     {
         const auto dot = polar(c, switchAngle(p, positions), r.getWidth() / 2 - 2.0f);
-        g.setColour(p == position ? litAmber : juce::Colour(0xff5b626b));
+        g.setColour(p == position ? displayInk() : juce::Colour(0xff5b626b));
         g.fillEllipse(circle(dot, p == position ? 1.8f : 1.3f));
     }
 
@@ -586,7 +584,7 @@ void PanelPainter::paintDigit(juce::Graphics& g, const DigitImage& d, int frame)
         x -= 2.0f;
     const juce::Rectangle<float> box(x, ((float) d.height - glyphH) / 2.0f, glyphW, glyphH);
     const auto shear = juce::AffineTransform(1.0f, -slant, slant * box.getCentreY(), 0.0f, 1.0f, 0.0f);
-    const auto ghost = displayBackground().interpolatedWith(litAmber, 0.06f);
+    const auto ghost = displayBackground().interpolatedWith(displayInk(), 0.06f);
     const float glow = small ? 1.6f : 3.0f;
 
     if (glyph.segments == sharpSign)
@@ -599,7 +597,7 @@ void PanelPainter::paintDigit(juce::Graphics& g, const DigitImage& d, int frame)
         sharp.addRectangle(b.getX(), b.getY() + b.getHeight() * 0.32f - w / 2, b.getWidth(), w);
         sharp.addRectangle(b.getX(), b.getY() + b.getHeight() * 0.68f - w / 2, b.getWidth(), w);
         sharp.applyTransform(shear);
-        fillGlowing(g, sharp, litAmber, glow);
+        fillGlowing(g, sharp, displayInk(), glow);
         return;
     }
 
@@ -608,7 +606,7 @@ void PanelPainter::paintDigit(juce::Graphics& g, const DigitImage& d, int frame)
         auto p = segmentPath(s, box, t);
         p.applyTransform(shear);
         if ((glyph.segments & (1 << s)) != 0)
-            fillGlowing(g, p, litAmber, glow);
+            fillGlowing(g, p, displayInk(), glow);
         else
         {
             g.setColour(ghost);
@@ -624,7 +622,7 @@ void PanelPainter::paintDigit(juce::Graphics& g, const DigitImage& d, int frame)
         juce::Path p;
         p.addRectangle(dot);
         if (lit)
-            fillGlowing(g, p, litAmber, glow);
+            fillGlowing(g, p, displayInk(), glow);
         else
         {
             g.setColour(ghost);

@@ -13,6 +13,9 @@ class PanelPainter
 public:
     PanelPainter();
 
+    // False when the embedded fonts are missing: nothing should be drawn then.
+    bool hasFonts() const { return regular != nullptr && bold != nullptr; }
+
     void paintBackground(juce::Graphics& g, const Layout& layout) const;
 
     // Frame `frame` of the control over its piece of the background.

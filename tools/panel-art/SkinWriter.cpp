@@ -58,7 +58,7 @@ juce::String writeSkin(const Layout& layout)
         if (c.type == "Display")
         {
             e->setAttribute("backgroundColour", argb(displayBackground()));
-            e->setAttribute("caretColour", argb(displayCaret()));
+            e->setAttribute("caretColour", argb(displayInk()));
             e->setAttribute("readonly", "no");
         }
 
