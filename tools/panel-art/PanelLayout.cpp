@@ -154,9 +154,9 @@ public:
         label(text, c.bounds.getCentreX(), c.bounds.getBottom() + gap);
     }
 
-    void plate(juce::Rectangle<int> area, const juce::String& title = {})
+    void plate(juce::Rectangle<int> area, const juce::String& title = {}, int headerHeight = 0)
     {
-        layout.plates.push_back({ area, title });
+        layout.plates.push_back({ area, title, headerHeight });
     }
 
     void window(juce::Rectangle<int> area) { layout.windows.push_back({ area }); }
@@ -171,7 +171,7 @@ void addStrips(Builder& b)
         const int right = stripX(last) + stripPitch;
         // The accent plate starts lower: the master section stands above it.
         const int top = first == accentTrack ? accentTop : stripTop;
-        b.plate({ left + 1, top, right - left - 2, stripBottom - top });
+        b.plate({ left + 1, top, right - left - 2, stripBottom - top }, {}, first == accentTrack ? 32 : knobTop - 1 - stripTop);
 
         for (int t = first + 1; t <= last; ++t)
         {
@@ -256,25 +256,27 @@ void addTopBar(Builder& b)
     b.label("ANALOGUE DRUM SYNTHESIZER", 19, 42, Label::tagline, juce::Justification::left);
 
     constexpr int y = 17, h = 22;
-    b.label("PRESET", 180, 12, Label::title, juce::Justification::left);
-    b.push("PrevPresetButton", { 180, y, 22, h }, "Select previous preset", "Copy current preset", "<", false, true);
-    b.window({ 206, y, 180, h });
-    auto& preset = b.add("Display", "PresetNameDisplay", { 209, y + 3, 174, 16 }, Look::TextDisplay, 0);
+    // Groups spread along the bar; the options sit over the master column.
+    constexpr int presetX = 188, sequencerX = 516, midiX = 720;
+    b.label("PRESET", presetX, 12, Label::title, juce::Justification::left);
+    b.push("PrevPresetButton", { presetX, y, 22, h }, "Select previous preset", "Copy current preset", "<", false, true);
+    b.window({ presetX + 26, y, 180, h });
+    auto& preset = b.add("Display", "PresetNameDisplay", { presetX + 29, y + 3, 174, 16 }, Look::TextDisplay, 0);
     preset.link = "Current Preset Name";
     preset.resource = "Fonts.png";
-    b.push("NextPresetButton", { 390, y, 22, h }, "Select next preset", "Paste copied preset", ">", false, true);
-    b.push("BrowsePresetButton", { 416, y, 52, h }, "Browse presets", "Store current preset", "BROWSE");
+    b.push("NextPresetButton", { presetX + 210, y, 22, h }, "Select next preset", "Paste copied preset", ">", false, true);
+    b.push("BrowsePresetButton", { presetX + 236, y, 52, h }, "Browse presets", "Store current preset", "BROWSE");
 
-    b.label("SEQUENCER", 488, 12, Label::title, juce::Justification::left);
-    b.toggle("IntSeqButton", { 488, y, 52, h }, Look::LedButton, "Internal Sequencer State", "Toggle Internal Sequencer", modeAmber, "INT SEQ");
-    b.toggle("IntSyncButton", { 544, y, 52, h }, Look::LedButton, "Internal Sync State", "Toggle Internal Sync", modeAmber, "SYNC");
-    b.toggle("HostModeButton", { 600, y, 52, h }, Look::LedButton, "Host Mode State", "Toggle Host Mode", modeAmber, "HOST");
+    b.label("SEQUENCER", sequencerX, 12, Label::title, juce::Justification::left);
+    b.toggle("IntSeqButton", { sequencerX, y, 52, h }, Look::LedButton, "Internal Sequencer State", "Toggle Internal Sequencer", modeAmber, "INT SEQ");
+    b.toggle("IntSyncButton", { sequencerX + 56, y, 52, h }, Look::LedButton, "Internal Sync State", "Toggle Internal Sync", modeAmber, "SYNC");
+    b.toggle("HostModeButton", { sequencerX + 112, y, 52, h }, Look::LedButton, "Host Mode State", "Toggle Host Mode", modeAmber, "HOST");
 
-    b.label("MIDI", 672, 12, Label::title, juce::Justification::left);
-    b.toggle("MidiLearnButton", { 672, y, 52, h }, Look::LedButton, {}, "Toggle Midi Learn", muteRed, "LEARN");
-    b.lamp("MidiActivityLed", { 729, y + 6, 10, 10 }, {}, triggerGreen);
+    b.label("MIDI", midiX, 12, Label::title, juce::Justification::left);
+    b.toggle("MidiLearnButton", { midiX, y, 52, h }, Look::LedButton, {}, "Toggle Midi Learn", muteRed, "LEARN");
+    b.lamp("MidiActivityLed", { midiX + 57, y + 6, 10, 10 }, {}, triggerGreen);
 
-    b.push("OptionsButton", { 836, y, 52, h }, "Options", "About", "OPTIONS");
+    b.push("OptionsButton", { stripX(accentTrack), y, 48, h }, "Options", "About", "OPTIONS");
 }
 
 void addPatternSection(Builder& b)

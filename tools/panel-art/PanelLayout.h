@@ -87,6 +87,7 @@ struct Plate
 {
     juce::Rectangle<int> area;
     juce::String title;
+    int headerHeight = 0; // a darker band on top, where the names stand
 };
 
 // A recessed window that holds displays.

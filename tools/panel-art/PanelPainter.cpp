@@ -204,6 +204,15 @@ void PanelPainter::paintBackground(juce::Graphics& g, const Layout& layout) cons
         g.fillRoundedRectangle(r.expanded(1.0f), 5.0f);
         g.setGradientFill(juce::ColourGradient(plateColour.brighter(0.04f), 0, r.getY(), plateColour.darker(0.08f), 0, r.getBottom(), false));
         g.fillRoundedRectangle(r, 4.0f);
+        if (plate.headerHeight > 0)
+        {
+            juce::Graphics::ScopedSaveState state(g);
+            g.reduceClipRegion(plate.area.withHeight(plate.headerHeight));
+            g.setColour(plateColour.darker(0.28f));
+            g.fillRoundedRectangle(r, 4.0f);
+            g.setColour(plateEdge.withAlpha(0.8f));
+            g.fillRect(r.getX(), r.getY() + (float) plate.headerHeight - 1.0f, r.getWidth(), 1.0f);
+        }
         g.setColour(plateLight);
         g.fillRect(r.getX() + 4, r.getY(), r.getWidth() - 8, 1.0f);
         if (plate.title.isNotEmpty())
@@ -453,8 +462,9 @@ void PanelPainter::caption(juce::Graphics& g, const Control& c, juce::Rectangle<
         return;
     }
 
-    const float height = r.getHeight() >= 16 ? 10.6f : 10.0f;
-    const auto f = font(true, height, 0.05f);
+    auto f = font(true, r.getHeight() >= 16 ? 10.6f : 10.0f, 0.05f);
+    while (f.getHeight() > 8.0f && f.getStringWidthFloat(c.caption) > r.getWidth() - 6.0f)
+        f = font(true, f.getHeight() - 0.25f, 0.0f);
     text(g, c.caption, r.getCentreX(), std::floor(r.getCentreY() + 3.5f), f, colour);
 }
 
