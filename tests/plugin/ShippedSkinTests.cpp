@@ -274,3 +274,46 @@ TEST(PluginShippedSkin, TheEditorFindsItsNamedControls)
     for (int s = 1; s <= 16; ++s)
         expectControl("Step" + juce::String(s).paddedLeft('0', 2) + "Button", "MultiStateButton");
 }
+
+TEST(PluginShippedSkin, FramesCarryThePanelBehindThem)
+{
+    auto skin = shippedSkin();
+    ASSERT_NE(skin, nullptr);
+    juce::Image panel;
+    ASSERT_TRUE(Resources::loadResourceImage("Background.png", panel));
+
+    // Every frame covers its rectangle, so its corners must be the panel's
+    // own pixels there, or the control shows a seam in one of its states.
+    for (auto* e : skin->getChildIterator())
+    {
+        const auto* gfx = e->getChildByName("gfx");
+        if (gfx == nullptr || !gfx->hasAttribute("framesNum"))
+            continue;
+        const auto name = e->getStringAttribute("name");
+        juce::Image strip;
+        ASSERT_TRUE(Resources::loadResourceImage(gfx->getStringAttribute("resource"), strip)) << name;
+        const auto place = placeOf(*e);
+        const int frames = framesOf(*e);
+        const juce::Point<int> corners[] = { { 0, 0 }, { place.getWidth() - 1, 0 }, { 0, place.getHeight() - 1 }, { place.getWidth() - 1, place.getHeight() - 1 } };
+        int seams = 0;
+        for (int f = 0; f < frames; ++f)
+            for (const auto corner : corners)
+            {
+                const auto atPanel = place.getPosition() + corner;
+                if (strip.getPixelAt(corner.x, f * place.getHeight() + corner.y) != panel.getPixelAt(atPanel.x, atPanel.y))
+                    ++seams;
+            }
+        EXPECT_EQ(seams, 0) << name << ": corners of its frames that differ from the panel";
+    }
+
+    // The text displays fill with their colour, then draw glyph cells: the
+    // cells must stand on that same colour, and the caret cells must not.
+    juce::Image font;
+    ASSERT_TRUE(Resources::loadResourceImage("Fonts.png", font));
+    for (auto* e : skin->getChildWithTagNameIterator("Display"))
+    {
+        const auto fill = juce::Colour::fromString(e->getStringAttribute("backgroundColour"));
+        EXPECT_EQ(font.getPixelAt(0, 0).getARGB(), fill.getARGB()) << e->getStringAttribute("name");
+        EXPECT_NE(font.getPixelAt(0, font.getHeight() / 2).getARGB(), fill.getARGB()) << e->getStringAttribute("name");
+    }
+}

@@ -109,6 +109,13 @@ const std::uint8_t glyphs[96][9] = {
 };
 } // namespace
 
+bool PanelPainter::glyphDot(juce::juce_wchar code, int x, int y)
+{
+    if (code < 32 || code > 127 || x < 0 || x >= 5 || y < 0 || y >= glyphHeight)
+        return false;
+    return (glyphs[code - 32][y] & (0x10 >> x)) != 0;
+}
+
 juce::Image PanelPainter::makeFontImage()
 {
     constexpr int count = 96;
@@ -127,8 +134,8 @@ juce::Image PanelPainter::makeFontImage()
             for (int y = 0; y < glyphHeight; ++y)
                 for (int x = 0; x < glyphWidth; ++x)
                 {
-                    const int column = x - 1; // one free column each side
-                    const bool set = column >= 0 && column < 5 && (glyphs[i][y] & (0x10 >> column)) != 0;
+                    // one free column each side
+                    const bool set = glyphDot((juce::juce_wchar)(32 + i), x - 1, y);
                     image.setPixelAt(x, top + y, set ? dot : paper);
                 }
         }

@@ -414,8 +414,12 @@ void PanelPainter::lamp(juce::Graphics& g, juce::Point<float> centre, float radi
         return;
     }
 
-    g.setGradientFill(juce::ColourGradient(colour.withAlpha(0.55f), centre.x, centre.y, colour.withAlpha(0.0f), centre.x + radius * 2.2f, centre.y, true));
-    g.fillEllipse(circle(centre, radius * 2.2f));
+    // The glow fades out before the corners, so the frame meets the panel without a seam.
+    const auto frame = g.getClipBounds().toFloat();
+    const float toCorner = juce::jmin(centre.getDistanceFrom(frame.getTopLeft()), centre.getDistanceFrom(frame.getTopRight()), centre.getDistanceFrom(frame.getBottomLeft()), centre.getDistanceFrom(frame.getBottomRight()));
+    const float glow = juce::jmin(radius * 2.2f, toCorner - 1.0f);
+    g.setGradientFill(juce::ColourGradient(colour.withAlpha(0.55f), centre.x, centre.y, colour.withAlpha(0.0f), centre.x + glow, centre.y, true));
+    g.fillEllipse(circle(centre, glow));
     g.setGradientFill(juce::ColourGradient(colour.brighter(0.9f), centre.x, centre.y - radius * 0.3f, colour, centre.x + radius, centre.y + radius * 0.3f, true));
     g.fillEllipse(circle(centre, radius));
 }
@@ -582,20 +586,35 @@ void PanelPainter::transportKey(juce::Graphics& g, const Control& c, bool presse
 void PanelPainter::paintDigit(juce::Graphics& g, const DigitImage& d, int frame) const
 {
     g.fillAll(displayBackground());
-    const auto glyph = glyphFor(d.kind, frame);
-    const bool small = d.height < 20;
 
-    const float glyphH = small ? (float) d.height - 3.0f : 26.0f;
-    const float glyphW = small ? (float) d.width - 3.0f : 16.0f;
-    const float t = small ? 1.6f : 3.6f;
-    const float slant = small ? 0.0f : 0.07f;
+    // Small digits come from the dot-matrix font: segments a pixel and a half
+    // wide break apart at this size.
+    if (d.height < 20)
+    {
+        if (frame < 1 || frame > 10)
+            return;
+        g.setColour(displayInk());
+        const int left = (d.width - 5) / 2, top = (d.height - 7) / 2;
+        for (int y = 0; y < 7; ++y)
+            for (int x = 0; x < 5; ++x)
+                if (glyphDot((juce::juce_wchar)('0' + frame - 1), x, y))
+                    g.fillRect(left + x, top + y, 1, 1);
+        return;
+    }
+
+    const auto glyph = glyphFor(d.kind, frame);
+
+    const float glyphH = 26.0f;
+    const float glyphW = 16.0f;
+    const float t = 3.6f; // segment thickness
+    const float slant = 0.07f;
     float x = ((float) d.width - glyphW) / 2.0f;
     if (d.point || d.kind == 1)
         x -= 2.0f;
     const juce::Rectangle<float> box(x, ((float) d.height - glyphH) / 2.0f, glyphW, glyphH);
     const auto shear = juce::AffineTransform(1.0f, -slant, slant * box.getCentreY(), 0.0f, 1.0f, 0.0f);
     const auto ghost = displayBackground().interpolatedWith(displayInk(), 0.06f);
-    const float glow = small ? 1.6f : 3.0f;
+    const float glow = 3.0f;
 
     if (glyph.segments == sharpSign)
     {
@@ -626,7 +645,7 @@ void PanelPainter::paintDigit(juce::Graphics& g, const DigitImage& d, int frame)
 
     if (d.point || d.kind == 1)
     {
-        const float size = small ? 2.0f : 3.6f;
+        const float size = 3.6f;
         const auto dot = juce::Rectangle<float>(box.getRight() + 1.5f, box.getBottom() - size, size, size);
         const bool lit = d.kind == 1 ? glyph.point : frame >= 1;
         juce::Path p;

@@ -27,6 +27,7 @@ public:
     // The bitmap font of the text displays: 96 glyphs from the space on,
     // then the same glyphs highlighted, each in a cell of 7 by 9 pixels.
     static juce::Image makeFontImage();
+    static bool glyphDot(juce::juce_wchar code, int x, int y); // 5 columns, 9 rows
     static constexpr int glyphWidth = 7;
     static constexpr int glyphHeight = 9;
 
