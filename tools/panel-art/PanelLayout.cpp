@@ -359,8 +359,8 @@ void addPatternSection(Builder& b)
     }
 
     // Row B: editing, in the order a pattern is made.
-    constexpr int y = rowBTop + 18;
-    constexpr int w = 46, h = 22, gap = 4, groupGap = 14;
+    constexpr int y = rowBTop + 20;
+    constexpr int w = 46, h = 26, gap = 4, groupGap = 14;
     int x = 20;
     auto next = [&](int groupStart = 0)
     {
