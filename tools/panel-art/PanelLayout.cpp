@@ -40,6 +40,7 @@ constexpr int selectTop = 309;
 constexpr int stripBottom = 328;
 constexpr int accentTop = levelTop - 32;
 constexpr int knobSize = 36;
+constexpr int closedHiHat = 16; // the hi-hat filter stands between it and the open hat
 
 // The pattern section and the row of steps.
 constexpr int patternTop = 332;
@@ -177,8 +178,8 @@ void addStrips(Builder& b)
         {
             const auto x = (float) stripX(t) - 0.5f;
             // The hi-hat filter knob bridges its two strips: no line through it.
-            const float gapTop = t == 16 ? (float) (knobTop + 2 * knobPitch - 2) : 0.0f;
-            const float gapBottom = t == 16 ? (float) (levelTop - 4) : 0.0f;
+            const float gapTop = t == closedHiHat ? (float) (knobTop + 2 * knobPitch - 2) : 0.0f;
+            const float gapBottom = t == closedHiHat ? (float) (levelTop - 4) : 0.0f;
             if (gapTop > 0)
             {
                 b.layout.dividers.push_back({ { x, (float) stripTop + 6, x, gapTop } });
@@ -246,7 +247,7 @@ void addStrips(Builder& b)
     }
 
     // The hi-hat filter acts on both hats: it sits across their two strips.
-    auto& hh = b.knob("HHFiltersFreqKnob", { stripX(16) - knobSize / 2, knobTop + 2 * knobPitch }, "Hi Hat Filters Freq");
+    auto& hh = b.knob("HHFiltersFreqKnob", { stripX(closedHiHat) - knobSize / 2, knobTop + 2 * knobPitch }, "Hi Hat Filters Freq");
     b.labelUnder(hh, "HH FILTER");
 }
 
