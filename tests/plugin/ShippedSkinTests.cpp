@@ -317,3 +317,70 @@ TEST(PluginShippedSkin, FramesCarryThePanelBehindThem)
         EXPECT_NE(font.getPixelAt(0, font.getHeight() / 2).getARGB(), fill.getARGB()) << e->getStringAttribute("name");
     }
 }
+
+namespace
+{
+// Two frames look alike when no channel of any pixel differs by more than
+// a shade: gradients may round a step apart from one frame to the next.
+bool alike(const juce::Image::BitmapData& data, int width, int a, int b, int frameHeight)
+{
+    for (int y = 0; y < frameHeight; ++y)
+    {
+        const auto* p = data.getLinePointer(a * frameHeight + y);
+        const auto* q = data.getLinePointer(b * frameHeight + y);
+        for (int i = 0; i < width * data.pixelStride; ++i)
+            if (std::abs((int) p[i] - (int) q[i]) > 8)
+                return false;
+    }
+    return true;
+}
+
+// How many pairs of the strip's frames look alike.
+int framesAlike(const juce::String& resource, int frames)
+{
+    juce::Image strip;
+    if (!Resources::loadResourceImage(resource, strip))
+        return frames;
+    const juce::Image::BitmapData data(strip, juce::Image::BitmapData::readOnly);
+    int pairs = 0;
+    for (int a = 0; a < frames; ++a)
+        for (int b = a + 1; b < frames; ++b)
+            pairs += alike(data, strip.getWidth(), a, b, strip.getHeight() / frames) ? 1 : 0;
+    return pairs;
+}
+} // namespace
+
+TEST(PluginShippedSkin, EveryFrameShowsItsOwnState)
+{
+    // A state that looks like another (a lamp that does not light, a knob
+    // position without its pointer, two digits alike) misleads the player.
+    auto skin = shippedSkin();
+    ASSERT_NE(skin, nullptr);
+    std::set<juce::String> digitStrips;
+    for (auto* e : skin->getChildIterator())
+    {
+        const auto* gfx = e->getChildByName("gfx");
+        if (gfx != nullptr && gfx->hasAttribute("framesNum"))
+        {
+            EXPECT_EQ(framesAlike(gfx->getStringAttribute("resource"), framesOf(*e)), 0) << e->getStringAttribute("name");
+        }
+        if (const auto* digits = e->getChildByName("digits"))
+        {
+            digitStrips.insert(digits->getStringAttribute("resource"));
+            for (auto* digit : digits->getChildIterator())
+                digitStrips.insert(digit->getStringAttribute("resource"));
+        }
+    }
+    digitStrips.erase(juce::String());
+    EXPECT_FALSE(digitStrips.empty());
+    for (const auto& resource : digitStrips)
+        EXPECT_EQ(framesAlike(resource, 11), 0) << resource;
+
+    const auto* numbers = skin->getChildByName("PatternNumberDisplay")->getChildByName("gfx");
+    const std::pair<const char*, int> patternDigits[] = { { "firstDigit", 12 }, { "secondDigit", 19 }, { "thirdDigit", 13 }, { "fourthDigit", 11 } };
+    for (const auto& [digit, frames] : patternDigits)
+        EXPECT_EQ(framesAlike(numbers->getStringAttribute(digit), frames), 0) << digit;
+
+    // 96 glyphs and their 96 caret cells, every one its own.
+    EXPECT_EQ(framesAlike("Fonts.png", 2 * 96), 0);
+}
