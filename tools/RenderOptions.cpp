@@ -31,6 +31,13 @@ Plays Quindrel as a host would, with no window, and writes what it gives back.
   --ccmap FILE             load a MIDI control map before rendering
   --settings FILE          read the user settings from FILE (never written);
                            by default the built-in defaults
+  --script FILE            timed user actions, one a line, fields separated by
+                           tabs: "SECONDS event EVENT NAME" or "SECONDS param
+                           PARAMETER NAME NORMALISED VALUE", each applied at the
+                           start of the block that holds its time ('#' starts
+                           a comment); the length covers the last line
+  --random-seed N          seed the randomizer with N (1-4294967295) instead of
+                           the clock, so that a scripted render repeats
   --midi-out OUT.mid       write the MIDI the plug-in generates
   --events-out OUT.tsv     write each generated MIDI event as a line
                            "sample<TAB>status<TAB>data1<TAB>data2"
@@ -145,6 +152,16 @@ RenderOptions parseRenderOptions(const juce::ArgumentList& args)
             options.controlMap = inputFile(value(), "MIDI control map");
         else if (name == "--settings")
             options.settings = inputFile(value(), "settings file");
+        else if (name == "--script")
+            options.script = inputFile(value(), "script");
+        else if (name == "--random-seed")
+        {
+            const auto text = value();
+            const double seed = parseNumber(text, "random seed", 1.0, 4294967295.0);
+            if (seed != std::floor(seed))
+                throw BadInput(("random seed must be a whole number: \"" + text + "\"").toStdString());
+            options.randomSeed = (juce::uint32) seed;
+        }
         else if (name == "--midi-out")
             options.midiOut = outputFile(value());
         else if (name == "--events-out")

@@ -77,6 +77,17 @@ juce::int64 toSample(double seconds, double sampleRate)
 {
     return (juce::int64) std::floor(seconds * sampleRate + 0.5);
 }
+
+// Delivers what waits in the message queue (asynchronous parameter updates
+// among it), as a host's message loop would between two blocks.
+void deliverPendingUpdates()
+{
+    auto delivered = std::make_shared<bool>(false);
+    juce::MessageManager::callAsync([delivered]
+                                    { *delivered = true; });
+    while (!*delivered)
+        juce::MessageManager::getInstance()->runDispatchLoopUntil(1);
+}
 } // namespace
 
 RenderSession::RenderSession(const RenderOptions& optionsToUse)
@@ -85,8 +96,18 @@ RenderSession::RenderSession(const RenderOptions& optionsToUse)
     if (options.midiIn != juce::File())
         readMidiFile();
 
+    if (options.script != juce::File())
+    {
+        script = RenderScript::read(options.script);
+        if (!options.seconds.has_value())
+            lengthSeconds = juce::jmax(lengthSeconds, script.getLastTime() + 2.0);
+    }
+
     if (options.seconds.has_value())
+    {
         lengthSeconds = *options.seconds;
+        script.checkFitsIn(lengthSeconds);
+    }
 }
 
 void RenderSession::readMidiFile()
@@ -122,6 +143,9 @@ RenderSession::Result RenderSession::run()
     paths.settingsFile = options.settings;
     paths.writeSettings = false;
     auto plugin = Quindrel::createInstance(paths, options.outputType);
+    script.resolve(*plugin);
+    if (options.randomSeed.has_value())
+        plugin->getSequencer()->randomGenerator.seed(*options.randomSeed);
 
     const bool patternOption = options.nativePattern.has_value() || options.hostPatternKey.has_value() || !options.patternBanks.isEmpty();
     const bool sequencerOn = options.sequencer.value_or(!(options.midiIn != juce::File() && !patternOption));
@@ -165,6 +189,9 @@ RenderSession::Result RenderSession::run()
     juce::AudioBuffer<float> block(channels, options.blockSize);
     juce::MidiBuffer midi;
     size_t nextEvent = 0;
+    // Script events go straight to the plug-in; a render with an editor
+    // points player.fireEvent at the editor's controls instead.
+    ScriptPlayer player(script, *plugin, options.sampleRate);
 
     const auto started = juce::Time::getMillisecondCounterHiRes();
 
@@ -179,6 +206,9 @@ RenderSession::Result RenderSession::run()
             const auto& event = events[nextEvent++];
             midi.addEvent(event.message, (int) juce::jmax((juce::int64) 0, event.sample - start));
         }
+
+        if (player.applyUntil(start + length))
+            deliverPendingUpdates();
 
         playHead.samplePosition = start;
         plugin->processBlock(block, midi);

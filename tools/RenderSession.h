@@ -1,6 +1,7 @@
 #pragma once
 
 #include "RenderOptions.h"
+#include "RenderScript.h"
 
 #include <juce_audio_basics/juce_audio_basics.h>
 
@@ -27,9 +28,12 @@ public:
         double renderSeconds = 0.0;
     };
 
-    // Throws BadInput if the MIDI file is not one, or an input file is not of its kind.
+    // Throws BadInput if the MIDI file is not one, a script line is not of
+    // its form, or an input file is not of its kind.
     explicit RenderSession(const RenderOptions& options);
 
+    // Throws BadInput, before anything renders, for a name in the script
+    // that the plug-in does not have.
     Result run();
 
     double getLengthInSeconds() const { return lengthSeconds; }
@@ -39,5 +43,6 @@ private:
 
     const RenderOptions& options;
     std::vector<TimedMessage> input;
+    RenderScript script;
     double lengthSeconds = 8.0;
 };
