@@ -8,6 +8,7 @@
 #include "editor/GFXKnob.h"
 #include "editor/GFXMultiStateButton.h"
 #include "editor/GFXToggleButton.h"
+#include "plugin/Resources.h"
 
 using namespace editortest;
 
@@ -192,4 +193,39 @@ TEST(EditorSkin, ThePlugInMayAskForADebugPanelInTheBottomRightCorner)
     ASSERT_NE(button, nullptr);
     EXPECT_EQ(button->getClickEventUid(), BasePluginEditor::debugUidBase);
     EXPECT_NE(window->getEditor().findControl("Debug Knob 5"), nullptr);
+}
+
+TEST(EditorSkin, TheBuiltInSkinBuildsEveryControlWhereItsSkinPutsIt)
+{
+    const auto xml = juce::parseXML(Resources::loadResourceText("skin.xml"));
+    if (xml == nullptr)
+        GTEST_SKIP() << "no skin built in";
+    juce::Image background;
+    ASSERT_TRUE(Resources::loadResourceImage(xml->getStringAttribute("background", "Background.png"), background));
+
+    OpenPanel panel;
+    auto& editor = panel.editor();
+    ASSERT_TRUE(editor.isSkinLoaded());
+    EXPECT_EQ(editor.getWidth(), background.getWidth());
+    EXPECT_EQ(editor.getPanelHeight(), background.getHeight());
+    EXPECT_EQ(editor.getControls().size(), xml->getNumChildElements());
+    EXPECT_NE(editor.getMidiLearnButton(), nullptr);
+    EXPECT_NE(editor.getMidiActivityLed(), nullptr);
+
+    for (const auto* element : xml->getChildIterator())
+    {
+        const auto name = element->getStringAttribute("name");
+        auto* controller = dynamic_cast<GUIController*>(editor.findControl(name));
+        ASSERT_NE(controller, nullptr) << name;
+        const auto bounds = controller->getComponent().getBounds();
+        if (const auto* pos = element->getChildByName("pos"))
+        {
+            EXPECT_EQ(bounds.getPosition(), juce::Point<int>(pos->getIntAttribute("left"), pos->getIntAttribute("top"))) << name;
+        }
+        if (const auto* size = element->getChildByName("size"))
+        {
+            EXPECT_EQ(bounds.getWidth(), size->getIntAttribute("width")) << name;
+        }
+        EXPECT_EQ(controller->getParameter() != nullptr, element->getChildByName("links") != nullptr) << name;
+    }
 }

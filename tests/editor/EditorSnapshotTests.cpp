@@ -2,6 +2,8 @@
 
 #include "EditorTestSupport.h"
 
+#include "plugin/Resources.h"
+
 using namespace editortest;
 
 namespace
@@ -57,14 +59,18 @@ TEST(EditorSnapshot, PaintsTheSkinFromAFolderWithTheValuesAtTheEnd)
     EXPECT_LT(juce::ImageFileFormat::loadFrom(picture).getPixelAt(10, 10).getBrightness(), backgroundColour.getBrightness())
         << "the panel dimmed behind the window";
 
-    // Without a skin: the grid. A bad skin folder: one line, nothing written.
-    const auto grid = skin.getFolder().getChildFile("grid.png");
-    ASSERT_EQ(render({ "--seconds", "0.1", "--snapshot", grid.getFullPathName() }).exitCode, 0);
-    EXPECT_EQ(juce::ImageFileFormat::loadFrom(grid).getWidth(), BasePluginEditor::defaultWidth);
+    // Without a folder: the built-in skin. A bad folder: one line, nothing written.
+    const auto builtIn = skin.getFolder().getChildFile("built-in.png");
+    ASSERT_EQ(render({ "--seconds", "0.1", "--snapshot", builtIn.getFullPathName() }).exitCode, 0);
+    juce::Image background;
+    if (Resources::loadResourceImage("Background.png", background))
+    {
+        EXPECT_EQ(juce::ImageFileFormat::loadFrom(builtIn).getWidth(), background.getWidth());
+    }
 
     skin.getFolder().getChildFile("skin.xml").replaceWithText("<Skin/>");
-    const auto bad = render({ "--skin", skin.getFolder().getFullPathName(), "--snapshot", grid.getParentDirectory().getChildFile("bad.png").getFullPathName() });
+    const auto bad = render({ "--skin", skin.getFolder().getFullPathName(), "--snapshot", skin.getFolder().getChildFile("bad.png").getFullPathName() });
     EXPECT_EQ(bad.exitCode, 2);
     EXPECT_TRUE(bad.output.contains("not PluginEditor")) << bad.output;
-    EXPECT_FALSE(grid.getParentDirectory().getChildFile("bad.png").exists());
+    EXPECT_FALSE(skin.getFolder().getChildFile("bad.png").exists());
 }
