@@ -106,10 +106,6 @@ void PopupMenuEx::show(juce::Component* relativeTo, juce::Point<int> position)
 {
     component.setSize(component.getWindow().getPreferredWidth(), items.size() * Window::rowHeight + 4);
     component.show(relativeTo, PseudoModalComponent::atPosition, position);
-
-    // Kept inside the panel when it would run off an edge.
-    if (auto* cover = component.getParentComponent())
-        component.setBounds(component.getBounds().constrainedWithin(cover->getLocalBounds()));
 }
 
 void PopupMenuEx::close()

@@ -118,10 +118,23 @@ void PseudoModalComponent::close()
 
 void PseudoModalComponent::updatePosition()
 {
+    auto* parent = getParentComponent();
+    auto bounds = getBounds();
     if (placement == atPosition)
-        setTopLeftPosition(position);
-    else if (auto* parent = getParentComponent())
-        setCentrePosition(parent->getLocalBounds().getCentre());
+        bounds.setPosition(position);
+    else if (parent != nullptr)
+        bounds.setCentre(parent->getLocalBounds().getCentre());
+
+    // It stays inside the panel, smaller if the panel is, so that its title
+    // bar and close button can always be reached.
+    if (parent != nullptr)
+    {
+        const auto area = parent->getLocalBounds();
+        bounds.setSize(juce::jmin(bounds.getWidth(), area.getWidth()), juce::jmin(bounds.getHeight(), area.getHeight()));
+        bounds.setPosition(juce::jlimit(0, area.getWidth() - bounds.getWidth(), bounds.getX()),
+                           juce::jlimit(0, area.getHeight() - bounds.getHeight(), bounds.getY()));
+    }
+    setBounds(bounds);
 }
 
 //==============================================================================

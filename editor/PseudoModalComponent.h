@@ -47,8 +47,8 @@ public:
     virtual void coverClicked() {}
 
     // Shown centred (placement 0) or with its top left at position, given
-    // in relativeTo's coordinates or the cover's. Showing a shown one again
-    // changes nothing.
+    // in relativeTo's coordinates or the cover's, and kept inside the panel.
+    // Showing a shown one again changes nothing.
     void show(juce::Component* relativeTo, int placement, juce::Point<int> position);
     void showCentred() { show(nullptr, centred, {}); }
     void close();

@@ -72,6 +72,12 @@ TEST(EditorWindows, AWindowCoversThePanelWhichGoesOnMovingBehindIt)
     editor.performEvent(BasePluginEditor::aboutEvent);
     EXPECT_TRUE(editor.getAboutWindow()->isShown());
     EXPECT_EQ(editor.getAboutWindow()->getWidth(), 640);
+
+    // On a panel lower than the window, the window fits in it, title bar and all.
+    options.close();
+    editor.setEditorSize(900, 500);
+    editor.performEvent(BasePluginEditor::optionsEvent);
+    EXPECT_TRUE(editor.getLocalBounds().contains(options.getBounds()));
 }
 
 TEST(EditorWindows, WithoutAPanelAWindowIsAPlainChild)
