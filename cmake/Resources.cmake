@@ -16,7 +16,6 @@ juce_add_binary_data(quindrel_resources
     HEADER_NAME QuindrelBinaryData.h
     SOURCES ${QUINDREL_RESOURCE_FILES})
 
-# JUCE regenerates the data only when the list of files changes; an edited
-# resource must rebuild it too.
-add_custom_command(OUTPUT "${CMAKE_CURRENT_BINARY_DIR}/juce_binarydata_quindrel_resources/JuceLibraryCode/BinaryData1.cpp"
-    APPEND DEPENDS ${QUINDREL_RESOURCE_FILES})
+# JUCE's rule watches only its list of inputs, which configuring rewrites:
+# a changed resource file must configure again, or the old bytes stay embedded.
+set_property(DIRECTORY APPEND PROPERTY CMAKE_CONFIGURE_DEPENDS ${QUINDREL_RESOURCE_FILES})

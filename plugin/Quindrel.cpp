@@ -1,5 +1,6 @@
 #include "plugin/Quindrel.h"
 
+#include "editor/DrumMachineEditors.h"
 #include "engine/QuindrelCore.h"
 #include "parameters/ParameterIds.h"
 #include "sequencer/QuindrelSeq.h"
@@ -115,6 +116,11 @@ void Quindrel::loadBankXml(const juce::XmlElement& xml)
     DrumMachine::loadBankXml(rewritten);
 }
 
+std::unique_ptr<BasePluginEditor> Quindrel::createPluginEditor()
+{
+    return std::make_unique<QuindrelEditor>(this);
+}
+
 QuindrelSeq* Quindrel::getQuindrelSeq() const
 {
     return dynamic_cast<QuindrelSeq*>(getSequencer());
@@ -123,7 +129,7 @@ QuindrelSeq* Quindrel::getQuindrelSeq() const
 void Quindrel::handleEvent(int uid)
 {
     constexpr int selectVariationA = 104, selectPart2 = 107, tapIntroFillAccept = 108;
-    constexpr int tap = 3013, clear = 3026, pressStep = 3030;
+    constexpr int tap = 3013, accept = 3021, clear = 3026, pressStep = 3030;
 
     auto* seq = getQuindrelSeq();
     if (seq == nullptr)
@@ -138,7 +144,7 @@ void Quindrel::handleEvent(int uid)
     if (uid >= selectVariationA && uid <= selectPart2)
     {
         // Chosen by hand only while the edited pattern does not follow what plays.
-        if (!editing || hostMode || (autoFollow && !lengthMode) || (randomizerOn && isRandomFilled()))
+        if (!editing || hostMode || (autoFollow && !lengthMode) || hasRandomResult())
             return;
         if (uid < selectVariationA + 2)
             seq->setEditedVariation(uid - selectVariationA);
@@ -148,9 +154,9 @@ void Quindrel::handleEvent(int uid)
     }
     else if (uid == tapIntroFillAccept)
     {
-        if (editing && randomizerOn && isRandomFilled())
-            return; // accepting a randomized result belongs to the randomizer
-        if (editing)
+        if (hasRandomResult())
+            DrumMachine::handleEvent(accept);
+        else if (editing)
             DrumMachine::handleEvent(tap);
         else if (intSeq && !hostMode)
         {

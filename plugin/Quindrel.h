@@ -43,6 +43,7 @@ public:
     void loadState(const juce::XmlElement& xml) override;
     void handleEvent(int uid) override;
     void updatePatternDisplays() override;
+    std::unique_ptr<BasePluginEditor> createPluginEditor() override;
 
     QuindrelSeq* getQuindrelSeq() const;
 

@@ -1,10 +1,13 @@
 #pragma once
 
 #include "parameters/InstrumentNames.h"
+#include "sequencer/RandomGenerator.h"
 
 #include <juce_core/juce_core.h>
 
 #include <array>
+#include <atomic>
+#include <deque>
 #include <memory>
 
 class DrumMachine;
@@ -181,12 +184,22 @@ public:
     bool hostPlaying = false;
     bool nativePlaying = false;
 
-    // The randomizer's mask, read by the step players.
-    Pattern* randomPattern = nullptr;
-    bool randomActive = false;
-    std::array<juce::uint8, numTracks> randomTracks{};
-    std::array<float, numTracks> randomThresholds;
-    std::array<std::array<float, 16>, numTracks> randomLevels;
+    // The randomizer's draws and the seeds of its earlier results (message thread).
+    RandomGenerator randomGenerator;
+    std::deque<juce::uint32> seedHistory;
+    std::deque<juce::uint32> stepRanks;
+
+    // The randomizer's mask, written on the message thread and read by the
+    // step players: relaxed atomics, each word read afresh. A step played
+    // while a result is being drawn may sound once unmasked.
+    std::atomic<Pattern*> randomPattern{ nullptr };
+    std::atomic<bool> randomActive{ false };
+    std::array<std::atomic<juce::uint8>, numTracks> randomTracks{};
+    std::array<std::atomic<float>, numTracks> randomThresholds;
+    std::array<std::array<std::atomic<float>, 16>, numTracks> randomLevels;
+
+    // No result: no track under the mask, every level -1.
+    void resetRandomizer();
 
     // A tap crosses from the message thread by these plain fields; tapRequested
     // is written last.

@@ -1,10 +1,12 @@
 #pragma once
 
 #include "RenderOptions.h"
+#include "RenderScript.h"
 
 #include "plugin/Quindrel.h"
 
 #include <juce_audio_basics/juce_audio_basics.h>
+#include <juce_graphics/juce_graphics.h>
 
 #include <vector>
 
@@ -27,11 +29,15 @@ public:
         int mainChannels = 2;           // the channels of the first output: 2, or 1 with mono outputs
         std::vector<TimedMessage> generated;
         double renderSeconds = 0.0;
+        juce::Image snapshot; // the panel at the end, when asked for
     };
 
-    // Throws BadInput if the MIDI file is not one, or an input file is not of its kind.
+    // Throws BadInput if the MIDI file is not one, a script line is not of
+    // its form, or an input file is not of its kind.
     explicit RenderSession(const RenderOptions& options);
 
+    // Throws BadInput, before anything renders, for a name in the script
+    // that the plug-in does not have.
     Result run();
 
     // The instance, made and given the options' files once. Throws BadInput
@@ -55,6 +61,7 @@ private:
 
     const RenderOptions& options;
     std::vector<TimedMessage> input;
+    RenderScript script;
     double lengthSeconds = 8.0;
     std::unique_ptr<Quindrel> plugin;
 };
