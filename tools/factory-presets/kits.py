@@ -58,7 +58,7 @@ KITS = [
         SD=dict(Level=0.56, Tone=0.1, Decay=0.35, Snappy=0.3),
         CP=dict(Level=0.52, Tone=0.15, Reverb=0.45),
         RS=dict(Level=0.4, Tunning=0.2, Decay=0.5),
-        CH=dict(Level=0.36, Tone=0.08, Decay=0.3),
+        CH=dict(Level=0.3, Tone=0.08, Decay=0.3),
         OH=dict(Level=0.36, Tone=0.1, Decay=0.45),
         CY=dict(Level=0.45, Tone=0.0, Decay=0.5),
         MA=dict(Level=0.35, Tone=0.0),
