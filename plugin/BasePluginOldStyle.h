@@ -13,7 +13,8 @@
 //
 // Message thread, but for a program change, which selects and applies a preset
 // on the audio thread (selectAndApplyPreset), and the queries, which any thread
-// may call. The bank guards itself (PresetBank).
+// may call. The bank guards itself (PresetBank). The preset listeners, like a
+// parameter's, are added only while the editor is built.
 class BasePluginOldStyle : public BasePlugin
 {
 public:
@@ -168,8 +169,9 @@ private:
     void remember(const juce::File& file);
     int currentPresetNumberAfterMove(const Preset* remembered);
 
-    int presetStoring = onDemand;
-    int presetChanging = normal;
+    // Read by a program change and by knobs that MIDI moves, on the audio thread.
+    std::atomic<int> presetStoring{ onDemand };
+    std::atomic<int> presetChanging{ normal };
     int presetsResourceKind = factoryPresets;
     juce::String presetsResourceFile;
     std::atomic<juce::uint32> currentPreset{ 0 };
