@@ -144,6 +144,9 @@ public:
     virtual void updateLengthModeState();
     virtual void updateStepLights();
     virtual void updatePatternDisplays();
+    // The rows of the shown pattern's name, flam, shuffle and tempo. They are
+    // set on the message thread only: from any other, this hands them to it.
+    void updatePatternSettingsRows();
     void updateStepBlinking();
     void updateStepLengthLamps();
     void updatePatternNumber();
@@ -189,6 +192,7 @@ private:
     void flushPending();
     void renderOneFrame(int index);
     void prepareOutputChannels(juce::AudioBuffer<float>& buffer);
+    void setInstrumentFlag(std::atomic<juce::uint32>& flags, int instrument, bool on);
     void updateEnabled();
     void readDrumMapVersion(const juce::XmlElement& xml, const char* keyAttribute);
 
@@ -210,9 +214,11 @@ private:
     double accentLevel = 0.0;
     std::array<juce::uint8, instrumentCount> heldOutNotes{};
 
-    // Mute and solo, and what they leave enabled.
-    std::array<bool, instrumentCount> muted{}, soloed{};
-    std::array<std::atomic<int>, instrumentCount> enabled;
+    // Mute and solo, and what they leave enabled, as one bit an instrument.
+    // Any thread may change mute and solo (automation, MIDI, the panel);
+    // triggers read enabled with one load, so they see it whole.
+    static constexpr juce::uint32 allInstruments = (1u << instrumentCount) - 1;
+    std::atomic<juce::uint32> muted{ 0 }, soloed{ 0 }, enabled{ allInstruments };
 
     // Outputs: where each output's left and right channel start in this
     // block's buffer, or null where the host gave none.
@@ -231,4 +237,7 @@ private:
     juce::String drumMapFile;
 
     const juce::String outputShortName;
+
+    RealtimeAsyncCallback patternSettingsUpdate{ [this]
+                                                 { updatePatternSettingsRows(); } };
 };

@@ -45,6 +45,17 @@ int DrumMachineSeq::getRandomizedStep(int track, int step) const
     return isMaskedByRandomizer(randomPattern, track, step) ? 0 : randomPattern->getStep(track, step);
 }
 
+bool DrumMachineSeq::takeTapRequest()
+{
+    // A plain load first: the exchange, a locked instruction, only when a tap waits.
+    if (!tapRequested.load(std::memory_order_relaxed) || !tapRequested.exchange(false, std::memory_order_acquire))
+        return false;
+
+    for (size_t track = 0; track < (size_t) numTracks; ++track)
+        pendingTapValues[track] = tapValues[track].load(std::memory_order_relaxed);
+    return true;
+}
+
 void DrumMachineSeq::applyTap(bool play, bool write, bool host)
 {
     bool any = false;
@@ -52,7 +63,7 @@ void DrumMachineSeq::applyTap(bool play, bool write, bool host)
 
     for (int track = 0; track < numTracks; ++track)
     {
-        const int value = tapValues[(size_t) track];
+        const int value = pendingTapValues[(size_t) track];
         if (value == 0)
             continue;
 
@@ -66,7 +77,7 @@ void DrumMachineSeq::applyTap(bool play, bool write, bool host)
     if (any && plugin != nullptr)
         plugin->updateStepLights();
 
-    tapValues.fill(0);
+    pendingTapValues.fill(0);
 }
 
 //==============================================================================

@@ -5,6 +5,7 @@
 #include <juce_core/juce_core.h>
 
 #include <array>
+#include <atomic>
 #include <memory>
 
 class DrumMachine;
@@ -169,7 +170,7 @@ public:
     // Writes a tapped value into the playing pattern at its current step (audio thread).
     virtual void recordStep(int /*track*/, int /*value*/, int /*type*/) {}
 
-    // Sounds and/or records the tracks of a waiting tap, then clears it (audio thread).
+    // Sounds and/or records the tracks of the tap taken, then clears it (audio thread).
     void applyTap(bool play, bool write, bool host);
 
     // What is loaded at start, from the user settings.
@@ -188,12 +189,19 @@ public:
     std::array<float, numTracks> randomThresholds;
     std::array<std::array<float, 16>, numTracks> randomLevels;
 
-    // A tap crosses from the message thread by these plain fields; tapRequested
-    // is written last.
-    std::array<int, numTracks> tapValues{};
-    bool tapRequested = false;
+    // A tap crosses from the message thread: the panel writes every track's
+    // value, then raises tapRequested; the audio thread takes the flag and the
+    // values together (takeTapRequest), so a tap requested while another is
+    // being handled waits for the next sample instead of being lost.
+    std::array<std::atomic<int>, numTracks> tapValues{};
+    std::atomic<bool> tapRequested{ false };
+    // Audio thread only: the tap taken, and whether it waits for the next step.
+    std::array<int, numTracks> pendingTapValues{};
     bool tapDeferred = false;
     int tapType = nativeType;
+
+    // Audio thread: takes a requested tap into pendingTapValues, if there is one.
+    bool takeTapRequest();
 
     DrumMachine* plugin = nullptr;
     DrumMachineCore* core = nullptr;

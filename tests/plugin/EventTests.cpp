@@ -1,6 +1,7 @@
 #include "PluginTestHost.h"
 
 #include "parameters/ParameterIds.h"
+#include "plugin/Resources.h"
 #include "sequencer/QuindrelSeq.h"
 
 #include <gtest/gtest.h>
@@ -12,7 +13,7 @@ namespace
 constexpr int toggleInternalSequencer = 3000, toggleInternalSync = 3001, toggleHostMode = 3002,
               togglePatternWriteMode = 3004, toggleLengthMode = 3007, start = 3011, stop = 3012,
               pressStep = 3030, selectScale3 = 3063, selectVariationB = 105, selectPart2 = 107,
-              introFillIn = 108, clear = 3026;
+              introFillIn = 108, clear = 3026, toggleAutoFollow = 3005, next = 3020;
 
 std::vector<double> allValues(ParameterManager& params)
 {
@@ -243,4 +244,50 @@ TEST(PluginEvents, TogglingTheInternalSequencerEndsTheGeneratedNotes)
         if (e.message.isNoteOff())
             ++offs;
     EXPECT_GT(offs, 0);
+}
+
+TEST(PluginEvents, PlayingAndBrowsingInEveryModeLeavesThePatternsAsTheyAre)
+{
+    // Refreshing the displays never writes into a pattern: the factory banks,
+    // played and browsed in every mode, save exactly as the factory files read.
+    PluginTestHost host;
+    auto& plugin = *host.plugin;
+    auto& seq = *plugin.getQuindrelSeq();
+    auto factoryBank = [](int type)
+    {
+        QuindrelSeq fresh(nullptr, nullptr);
+        const auto file = juce::parseXML(Resources::loadResourceText(type == DrumMachineSeq::hostType ? "default.QDPTRBH" : "default.QDPTRBN"));
+        fresh.readBank(*file, type);
+        return fresh.writeBank(type)->toString();
+    };
+    auto bank = [&seq](int type)
+    { return seq.writeBank(type)->toString(); };
+    ASSERT_EQ(bank(DrumMachineSeq::hostType), factoryBank(DrumMachineSeq::hostType));
+
+    // Native play through the basic patterns, with fill-ins.
+    host.playHead.playing = true;
+    plugin.getParameterManager().setNormalised(autoFillIn, 1.0f);
+    for (int step = 0; step < 12; ++step)
+    {
+        plugin.handleEvent(pressStep + step);
+        host.render(12000);
+    }
+    // Write mode: browsing, then following the run.
+    plugin.handleEvent(togglePatternWriteMode);
+    for (int i = 0; i < 16; ++i)
+        plugin.handleEvent(next);
+    plugin.handleEvent(toggleAutoFollow);
+    host.render(96000);
+    plugin.handleEvent(toggleAutoFollow);
+    plugin.handleEvent(togglePatternWriteMode);
+    // Host mode: browsing, then following the keys.
+    plugin.handleEvent(toggleHostMode);
+    for (int i = 0; i < QuindrelSeq::hostPatternCount; ++i)
+        plugin.handleEvent(next);
+    plugin.handleEvent(toggleAutoFollow);
+    for (int key = 12; key < 108; ++key)
+        host.render(256, { PluginTestHost::noteOn(0, key) });
+
+    EXPECT_EQ(bank(DrumMachineSeq::hostType), factoryBank(DrumMachineSeq::hostType));
+    EXPECT_EQ(bank(DrumMachineSeq::nativeType), factoryBank(DrumMachineSeq::nativeType));
 }

@@ -5,6 +5,8 @@
 
 #include <gtest/gtest.h>
 
+#include <functional>
+
 namespace
 {
 // An engine that renders silence and notes each trigger with its sample.
@@ -18,7 +20,12 @@ struct RecordingCore : DrumMachineCore
     };
 
     RecordingCore() { hits.reserve(1 << 16); }
-    void trigger(int track, float velocity) override { hits.push_back({ track, frame, velocity }); }
+    void trigger(int track, float velocity) override
+    {
+        hits.push_back({ track, frame, velocity });
+        if (onTrigger)
+            onTrigger(track);
+    }
     void renderFrame(double* outputs) override
     {
         std::fill(outputs, outputs + numInstruments, 0.0);
@@ -27,6 +34,7 @@ struct RecordingCore : DrumMachineCore
 
     std::vector<Hit> hits;
     long frame = 0;
+    std::function<void(int track)> onTrigger;
 };
 
 // Notes the pattern, variation and part in which each native pass or part begins,
@@ -277,7 +285,11 @@ TEST(SequencerHostPlay, TapsAreRecordedOnTheNearerStep)
     auto& pattern = rig.seq.getHostPatternAt(0);
     pattern.setLength(4);
     auto tap = [&rig](int track, int value)
-    { rig.seq.tapValues[(size_t) track] = value, rig.seq.tapRequested = true; };
+    {
+        for (int t = 0; t < Tracks::count; ++t)
+            rig.seq.tapValues[(size_t) t] = t == track ? value : 0;
+        rig.seq.tapRequested = true;
+    };
 
     tap(1, 1); // stopped: it sounds and nothing is recorded
     rig.host.render(1000);
@@ -298,6 +310,26 @@ TEST(SequencerHostPlay, TapsAreRecordedOnTheNearerStep)
     EXPECT_EQ(snare[1].sample, 2000);
     ASSERT_EQ(lowConga.size(), 1u) << "a deferred tap sounds once, with its step";
     EXPECT_NEAR(lowConga[0].sample, 7000, 1);
+}
+
+TEST(SequencerHostPlay, ATapRequestedWhileATapIsHandledIsNotLost)
+{
+    // The panel's second tap, of the snare, comes while the audio thread
+    // sounds the first, of the hi tom.
+    Rig rig;
+    rig.plugin.setHostMode(true);
+    rig.core.onTrigger = [&rig](int track)
+    {
+        if (track != 7)
+            return;
+        rig.plugin.selectTrack(1);
+        rig.plugin.requestTap(false);
+    };
+    rig.plugin.selectTrack(7);
+    rig.plugin.requestTap(false);
+    rig.host.render(256);
+    EXPECT_EQ(rig.hitsOf(7).size(), 1u);
+    EXPECT_EQ(rig.hitsOf(1).size(), 1u) << "the second tap was lost";
 }
 
 TEST(SequencerNativeRun, SwitchesComeFromTheirParameters)
