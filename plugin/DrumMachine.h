@@ -107,9 +107,9 @@ public:
     bool takeMidiActivity() { return midiActivity.exchange(0) != 0; }
 
     // Mode flags, read by block processing, set by events and settings.
-    std::atomic<bool> internalSequencer{ true }, internalSync{ true }, hostMode{ false }, noteOffMode{ false };
-    std::atomic<int> hostPlayDetection{ byTransportChange };
-    std::atomic<bool> writeMode{ false }, autoFollow{ false }, randomizerOn{ false }, lengthMode{ false }, tapMode{ false }, flamMode{ false };
+    RelaxedAtomic<bool> internalSequencer{ true }, internalSync{ true }, hostMode{ false }, noteOffMode{ false };
+    RelaxedAtomic<int> hostPlayDetection{ byTransportChange };
+    RelaxedAtomic<bool> writeMode{ false }, autoFollow{ false }, randomizerOn{ false }, lengthMode{ false }, tapMode{ false }, flamMode{ false };
     // The defaults a new instance takes, from the user settings.
     bool defaultInternalSequencer = true, defaultInternalSync = true, defaultHostMode = false, defaultNoteOffMode = false;
 
@@ -123,9 +123,10 @@ public:
     Clock nativeGateClock;
     Clock hostGateClock;
 
-    // Editing selection of the sequencer's tracks, and the clipboard flags.
-    std::array<juce::uint8, trackCount> selectedTracks{};
-    int selectedTrack = 0;
+    // Editing selection of the sequencer's tracks (the step lights read it on
+    // the audio thread too), and the clipboard flags.
+    std::array<RelaxedAtomic<juce::uint8>, trackCount> selectedTracks{};
+    RelaxedAtomic<int> selectedTrack{ 0 };
     bool trackClipboardFull = false;
     bool patternClipboardFull = false;
     std::array<juce::uint8, trackCount> clipboardTracks{};
@@ -208,10 +209,10 @@ private:
     bool wasPlaying = false;
     bool lowestCStarted = false;
     int heldPatternNotes = 0;
-    int runState = 0;
+    RelaxedAtomic<int> runState{ 0 }; // read by the Start/Stop event
     std::array<std::atomic<int>, trackCount> activityFlags{};
     std::atomic<int> midiActivity{ 0 };
-    double accentLevel = 0.0;
+    RelaxedAtomic<double> accentLevel{ 0.0 };
     std::array<juce::uint8, instrumentCount> heldOutNotes{};
 
     // Mute and solo, and what they leave enabled, as one bit an instrument.

@@ -39,16 +39,16 @@ bool DrumMachineSeq::isMaskedByRandomizer(const Pattern* pattern, int track, int
 
 int DrumMachineSeq::getRandomizedStep(int track, int step) const
 {
-    if (randomPattern == nullptr || !juce::isPositiveAndBelow(track, numTracks) || !juce::isPositiveAndBelow(step, Pattern::stepCount))
+    const Pattern* pattern = randomPattern;
+    if (pattern == nullptr || !juce::isPositiveAndBelow(track, numTracks) || !juce::isPositiveAndBelow(step, Pattern::stepCount))
         return 0;
 
-    return isMaskedByRandomizer(randomPattern, track, step) ? 0 : randomPattern->getStep(track, step);
+    return isMaskedByRandomizer(pattern, track, step) ? 0 : pattern->getStep(track, step);
 }
 
-bool DrumMachineSeq::takeTapRequest()
+bool DrumMachineSeq::takeTapValues()
 {
-    // A plain load first: the exchange, a locked instruction, only when a tap waits.
-    if (!tapRequested.load(std::memory_order_relaxed) || !tapRequested.exchange(false, std::memory_order_acquire))
+    if (!tapRequested.exchange(false, std::memory_order_acquire))
         return false;
 
     for (size_t track = 0; track < (size_t) numTracks; ++track)

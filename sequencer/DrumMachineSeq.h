@@ -1,6 +1,7 @@
 #pragma once
 
 #include "parameters/InstrumentNames.h"
+#include "parameters/RelaxedAtomic.h"
 
 #include <juce_core/juce_core.h>
 
@@ -179,15 +180,17 @@ public:
     int patternsResourceKind = factoryPatterns;
     juce::String hostResourceFile, nativeResourceFile, patternsResourceFile;
 
-    bool hostPlaying = false;
-    bool nativePlaying = false;
+    // Written by the audio thread, read by the panel.
+    RelaxedAtomic<bool> hostPlaying{ false };
+    RelaxedAtomic<bool> nativePlaying{ false };
 
-    // The randomizer's mask, read by the step players.
-    Pattern* randomPattern = nullptr;
-    bool randomActive = false;
-    std::array<juce::uint8, numTracks> randomTracks{};
-    std::array<float, numTracks> randomThresholds;
-    std::array<std::array<float, 16>, numTracks> randomLevels;
+    // The randomizer's mask, set on the message thread (the thresholds by
+    // their parameters, on any thread) and read by the step players.
+    RelaxedAtomic<Pattern*> randomPattern{ nullptr };
+    RelaxedAtomic<bool> randomActive{ false };
+    std::array<RelaxedAtomic<juce::uint8>, numTracks> randomTracks{};
+    std::array<RelaxedAtomic<float>, numTracks> randomThresholds;
+    std::array<std::array<RelaxedAtomic<float>, 16>, numTracks> randomLevels;
 
     // A tap crosses from the message thread: the panel writes every track's
     // value, then raises tapRequested; the audio thread takes the flag and the
@@ -200,8 +203,9 @@ public:
     bool tapDeferred = false;
     int tapType = nativeType;
 
-    // Audio thread: takes a requested tap into pendingTapValues, if there is one.
-    bool takeTapRequest();
+    // Audio thread, every sample: takes a requested tap into pendingTapValues,
+    // if there is one. A plain load until a tap waits.
+    bool takeTapRequest() { return tapRequested.load(std::memory_order_relaxed) && takeTapValues(); }
 
     DrumMachine* plugin = nullptr;
     DrumMachineCore* core = nullptr;
@@ -211,6 +215,8 @@ public:
 protected:
     // The slot a single pattern of this type is loaded into or saved from.
     virtual int editedIndexOf(int /*type*/) const { return 0; }
+
+    bool takeTapValues();
 
     // The randomizer's mask for one step: true if the track is hidden there.
     bool isMaskedByRandomizer(const Pattern* pattern, int track, int step) const;
