@@ -1,6 +1,7 @@
 #include "PluginTestHost.h"
 
 #include "parameters/ParameterIds.h"
+#include "plugin/Resources.h"
 #include "sequencer/QuindrelSeq.h"
 
 #include <gtest/gtest.h>
@@ -68,6 +69,10 @@ struct AudioThread
                          if (onBlock)
                              onBlock(block, midi);
                          host.plugin->processBlock(buffer, midi);
+                         for (int c = 0; c < buffer.getNumChannels(); ++c)
+                             for (int i = 0; i < buffer.getNumSamples(); ++i)
+                                 if (!std::isfinite(buffer.getSample(c, i)))
+                                     nonFinite.fetch_add(1);
                          blocks.store(block + 1);
                      } })
     {
@@ -86,6 +91,7 @@ struct AudioThread
     BlockFunction onBlock;
     std::atomic<bool> stopped{ false };
     std::atomic<int> blocks{ 0 };
+    std::atomic<int> nonFinite{ 0 };
     std::thread thread;
 };
 } // namespace
@@ -163,4 +169,126 @@ TEST(PluginThreadSafety, PatternNamesAreReadOnTheMessageThreadOnly)
     EXPECT_EQ(seq.readsOffMessageThread, 0);
     juce::MessageManager::getInstance()->runDispatchLoopUntil(50);
     EXPECT_EQ(plugin.getParameterManager().getText(ParameterIds::patternName), "Host 5") << "the editor follows the key, and the panel its name";
+}
+
+namespace
+{
+// The factory's patterns, read straight from the embedded banks.
+void loadFactoryBanks(QuindrelSeq& seq)
+{
+    seq.readBank(*juce::parseXML(Resources::loadResourceText("default.QDPTRBH")), DrumMachineSeq::hostType);
+    seq.readBank(*juce::parseXML(Resources::loadResourceText("default.QDPTRBN")), DrumMachineSeq::nativeType);
+}
+
+juce::String banksOf(QuindrelSeq& seq)
+{
+    return seq.writeBank(DrumMachineSeq::hostType)->toString() + seq.writeBank(DrumMachineSeq::nativeType)->toString();
+}
+
+// Puts one track of every pattern back as the factory has it.
+void restoreTrack(QuindrelSeq& seq, QuindrelSeq& factory, int track)
+{
+    for (int n = 0; n < QuindrelSeq::hostPatternCount; ++n)
+        seq.getHostPatternAt(n).copyTrackFrom(factory.getHostPatternAt(n), track, track);
+    for (int n = 0; n < QuindrelSeq::nativePatternCount; ++n)
+        for (int v = 0; v < NativePattern::variationCount; ++v)
+            for (int p = 0; p < Variation::partCount; ++p)
+                seq.getNativePatternAt(n).getVariation(v).getPart(p).copyTrackFrom(factory.getNativePatternAt(n).getVariation(v).getPart(p), track, track);
+}
+} // namespace
+
+// One instance plays on an audio thread while the message thread, for a few
+// seconds, does what a host and a user do at once: host automation, clicks on
+// the panel, MIDI learn, and controllers handed to the audio thread as a host
+// forwards MIDI. The audio thread itself applies automation of the sound
+// parameters (as VST3 and LV2 hosts deliver it, inside the block), plays
+// pattern keys and notes, and runs the transport. CI runs it under
+// ThreadSanitizer. Whatever else may happen on another thread while playing
+// (a state restore, a preset change) belongs in `actions`.
+TEST(PluginThreadSafety, StressPlayingWhileTheHostAndTheUserActOnOtherThreads)
+{
+    PluginTestHost host(48000.0, 128);
+    auto& plugin = *host.plugin;
+    auto& params = plugin.getParameterManager();
+    auto& seq = *plugin.getQuindrelSeq();
+    QuindrelSeq factory(nullptr, nullptr);
+    loadFactoryBanks(factory);
+    ASSERT_EQ(banksOf(seq), banksOf(factory));
+
+    // Controllers from the message thread, taken by the next block.
+    std::array<std::pair<int, int>, 256> controllers{};
+    juce::AbstractFifo controllerFifo((int) controllers.size());
+
+    AudioThread audio(host, [&](int block, juce::MidiBuffer& midi)
+                      {
+        juce::Random random(block);
+        if (block % 500 == 0)
+            host.playHead.playing = !host.playHead.playing;
+        if (host.playHead.playing)
+            host.playHead.ppq += 128.0 / 48000.0 * 2.0;
+
+        plugin.getParameters()[random.nextInt(ParameterIds::mute)]->setValue(random.nextFloat());
+
+        const int key = block % 3 == 0 ? 12 + random.nextInt(8) : 35 + random.nextInt(25);
+        midi.addEvent(juce::MidiMessage::noteOn(1, key, (juce::uint8) (1 + random.nextInt(127))), random.nextInt(128));
+        midi.addEvent(juce::MidiMessage::noteOff(1, key), random.nextInt(128));
+        if (block % 200 == 199)
+            midi.addEvent(juce::MidiMessage::allNotesOff(1), random.nextInt(128));
+        if (block % 300 == 0)
+            midi.addEvent(juce::MidiMessage::noteOn(1, 0, (juce::uint8) 100), 0);
+
+        controllerFifo.read(controllerFifo.getNumReady()).forEach([&](int i)
+                                                                   {
+            const auto [number, value] = controllers[(size_t) i];
+            midi.addEvent(juce::MidiMessage::controllerEvent(1, number, value), random.nextInt(128)); }); });
+
+    // Panel events that change no pattern for good: a step press comes three
+    // times, which brings an edited step back; taps record where a run happens
+    // to be, on the selected track only (the bass drum), which is put back at
+    // the end. Scale, length, clear, paste and the randomizer stay out.
+    const int modeSwitches[] = { 3000, 3001, 3002, 3003, 3004, 3005 };
+    const int clicks[] = { 3010, 3011, 3012, 3013, 3014, 108, 3019, 3020, 104, 105, 106, 107 };
+    auto& midiControl = plugin.getMidiControl();
+
+    std::vector<std::pair<const char*, std::function<void(juce::Random&)>>> actions = {
+        { "host automation", [&](juce::Random& r)
+          { plugin.getParameters()[ParameterIds::mute + r.nextInt(ParameterIds::lastHostParameter + 1 - ParameterIds::mute)]->setValue(r.nextFloat()); } },
+        { "mode switch", [&](juce::Random& r)
+          { plugin.handleEvent(modeSwitches[r.nextInt((int) std::size(modeSwitches))]); } },
+        { "click", [&](juce::Random& r)
+          { plugin.handleEvent(clicks[r.nextInt((int) std::size(clicks))]); } },
+        { "step press", [&](juce::Random& r)
+          {
+              const int step = 3030 + r.nextInt(16);
+              for (int i = 0; i < 3; ++i)
+                  plugin.handleEvent(step);
+          } },
+        { "sequencer switch", [&](juce::Random& r)
+          { params.setNormalised(ParameterIds::autoFillIn + r.nextInt(3), r.nextFloat()); } },
+        { "MIDI learn", [&](juce::Random& r)
+          { midiControl.assign(1 + r.nextInt(100), params.getParameter(r.nextInt(ParameterIds::lastHostParameter + 1)), true); } },
+        { "controller", [&](juce::Random& r)
+          {
+              controllerFifo.write(1).forEach([&](int i)
+                                              { controllers[(size_t) i] = { 1 + r.nextInt(100), r.nextInt(128) }; });
+          } },
+    };
+
+    juce::Random random(13);
+    const auto end = SteadyClock::now() + std::chrono::seconds(3);
+    int done = 0;
+    for (; SteadyClock::now() < end; ++done)
+    {
+        actions[(size_t) random.nextInt((int) actions.size())].second(random);
+        if (done % 20 == 0)
+            juce::MessageManager::getInstance()->runDispatchLoopUntil(1);
+    }
+    audio.stop();
+
+    EXPECT_GT(audio.blocks, 100);
+    EXPECT_GT(done, 1000);
+    EXPECT_EQ(audio.nonFinite, 0);
+    ASSERT_EQ(plugin.selectedTrack, 0);
+    restoreTrack(seq, factory, 0);
+    EXPECT_EQ(banksOf(seq), banksOf(factory)) << "a pattern changed";
 }

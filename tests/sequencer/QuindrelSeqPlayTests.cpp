@@ -278,38 +278,46 @@ TEST(SequencerHostPlay, ShuffleDelaysEverySecondStepInTheMidiOut)
     }
 }
 
-TEST(SequencerHostPlay, TapsAreRecordedOnTheNearerStep)
+TEST(SequencerHostPlay, TapsAreRecordedOnTheNearerStepInBothModes)
 {
-    Rig rig;
-    rig.plugin.setHostMode(true);
-    auto& pattern = rig.seq.getHostPatternAt(0);
-    pattern.setLength(4);
-    auto tap = [&rig](int track, int value)
+    for (const bool hostMode : { true, false })
     {
-        for (int t = 0; t < Tracks::count; ++t)
-            rig.seq.tapValues[(size_t) t] = t == track ? value : 0;
-        rig.seq.tapRequested = true;
-    };
+        const char* mode = hostMode ? "host" : "native";
+        Rig rig;
+        rig.plugin.setHostMode(hostMode);
+        rig.plugin.setWriteMode(!hostMode); // taps need the editor
+        rig.shape(0, 4, 0);
+        auto& pattern = hostMode ? rig.seq.getHostPatternAt(0) : rig.seq.getNativePatternAt(0).getVariation(0).getPart(0);
+        pattern.setLength(4);
+        const int step = hostMode ? 6000 : Rig::stepSamples;
+        auto tap = [&rig](int track, int value)
+        {
+            for (int t = 0; t < Tracks::count; ++t)
+                rig.seq.tapValues[(size_t) t] = t == track ? value : 0;
+            rig.seq.tapRequested = true;
+        };
 
-    tap(1, 1); // stopped: it sounds and nothing is recorded
-    rig.host.render(1000);
-    EXPECT_EQ(pattern.getStep(1, 0), 0);
+        tap(1, 1); // stopped: it sounds and nothing is recorded
+        rig.host.render(1000);
+        EXPECT_EQ(pattern.getStep(1, 0), 0) << mode;
 
-    // Early in step 0 it lands on step 0 and sounds at once; past half a step
-    // it waits for step 1, where it is recorded before that step plays.
-    rig.host.render(1000, { PluginTestHost::noteOn(0, 12) }); // step 0 at 1000
-    tap(1, 1);
-    rig.host.render(2500); // tapped at 2000
-    tap(2, 3);
-    rig.host.render(6000); // tapped at 4500
-    EXPECT_EQ(pattern.getTrackString(1), "o...");
-    EXPECT_EQ(pattern.getTrackString(2), ".O..");
-    const auto snare = rig.hitsOf(1), lowConga = rig.hitsOf(2);
-    ASSERT_EQ(snare.size(), 2u);
-    EXPECT_EQ(snare[0].sample, 0);
-    EXPECT_EQ(snare[1].sample, 2000);
-    ASSERT_EQ(lowConga.size(), 1u) << "a deferred tap sounds once, with its step";
-    EXPECT_NEAR(lowConga[0].sample, 7000, 1);
+        // Early in step 0 it lands on step 0 and sounds at once; past half a
+        // step it waits for step 1, where it is recorded before that step plays.
+        rig.plugin.runRequest = hostMode ? 0 : 1;
+        rig.host.render(step / 6, { PluginTestHost::noteOn(0, 12) }); // step 0 at 1000
+        tap(1, 1);
+        rig.host.render(step * 3 / 4 - step / 6);
+        tap(2, 3);
+        rig.host.render(step / 2);
+        EXPECT_EQ(pattern.getTrackString(1), "o...") << mode;
+        EXPECT_EQ(pattern.getTrackString(2), ".O..") << mode;
+        const auto snare = rig.hitsOf(1), lowConga = rig.hitsOf(2);
+        ASSERT_EQ(snare.size(), 2u) << mode;
+        EXPECT_EQ(snare[0].sample, 0) << mode;
+        EXPECT_EQ(snare[1].sample, 1000 + step / 6) << mode;
+        ASSERT_EQ(lowConga.size(), 1u) << mode << ": a deferred tap sounds once, with its step";
+        EXPECT_NEAR(lowConga[0].sample, 1000 + step, 1) << mode;
+    }
 }
 
 TEST(SequencerHostPlay, ATapRequestedWhileATapIsHandledIsNotLost)
@@ -353,4 +361,113 @@ TEST(SequencerNativeRun, SwitchesComeFromTheirParameters)
     }
     params.setNormalised(ParameterIds::introFillInVariationMode, 0.6f);
     EXPECT_EQ(seq->getFillVariationMode(), 1);
+}
+
+TEST(SequencerHostPlay, AHostPatternLoopsAtItsLength)
+{
+    Rig rig;
+    rig.plugin.setHostMode(true);
+    auto& pattern = rig.seq.getHostPatternAt(3);
+    pattern.setLength(3);
+    pattern.setTrackString(0, "o..o");
+    pattern.setTrackString(1, "..o");
+    rig.host.render(7 * 6000 - 100, { PluginTestHost::noteOn(0, 12 + 3) }); // 120 bpm, 4 steps a beat
+
+    const long bassDrum[] = { 0, 18000, 36000 }, snare[] = { 12000, 30000 };
+    const auto drums = rig.hitsOf(0), snares = rig.hitsOf(1);
+    ASSERT_EQ(drums.size(), 3u) << "a step past the length played";
+    ASSERT_EQ(snares.size(), 2u);
+    for (size_t i = 0; i < 3; ++i)
+        EXPECT_NEAR(drums[i].sample, bassDrum[i], 1);
+    for (size_t i = 0; i < 2; ++i)
+        EXPECT_NEAR(snares[i].sample, snare[i], 1);
+}
+
+TEST(SequencerNativeRun, TempoAndScaleAreReadAtEveryStep)
+{
+    // Pattern 0 at 300 bpm: part 1 of four eighth-of-a-beat steps (1200
+    // samples), part 2 of two quarter steps (2400). Every second pass is the
+    // fill-in, two quarter steps at 150 bpm (4800 samples each).
+    Rig rig;
+    rig.shape(0, 4, 2);
+    for (int v = 0; v < 2; ++v)
+    {
+        rig.seq.getNativePatternAt(0).getVariation(v).getPart(1).setScale(4);
+        auto& fill = rig.seq.getNativePatternAt(12).getVariation(v);
+        fill.setTempo(150.0);
+        fill.getPart(0).setLength(2);
+        fill.getPart(0).setScale(4);
+    }
+    for (const int n : { 0, 12 })
+        for (int p = 0; p < 2; ++p)
+            rig.seq.getNativePatternAt(n).getVariation(0).getPart(p).setTrackString(0, "oooo");
+    rig.set(ParameterIds::autoFillIn, 1.0f);
+
+    rig.plugin.runRequest = 1;
+    rig.host.render(27000);
+    const long expected[] = { 0, 1200, 2400, 3600, 4800, 7200, 9600, 14400, 19200, 20400, 21600, 22800, 24000, 26400 };
+    const auto drums = rig.hitsOf(0);
+    ASSERT_EQ(drums.size(), std::size(expected));
+    for (size_t i = 0; i < drums.size(); ++i)
+        EXPECT_NEAR(drums[i].sample, expected[i], 1) << "step " << i;
+}
+
+TEST(SequencerNativeRun, WithoutInternalSyncTheHostGivesTempoAndNativePosition)
+{
+    // The host at 100 bpm: 28800 samples a beat, 3600 a step of an eighth.
+    // Its transport starts at beat 0.05, between two steps.
+    Rig rig;
+    rig.plugin.internalSync = false;
+    rig.shape(0, 4, 0);
+    rig.seq.getNativePatternAt(0).getVariation(0).getPart(0).setTrackString(0, "oooo");
+    auto& hostPattern = rig.seq.getHostPatternAt(0);
+    hostPattern.setTrackString(1, "oooooooooooooooo");
+    auto& head = rig.host.playHead;
+    head.present = true;
+    head.bpm = 100.0;
+    head.ppq = 0.05;
+    head.playing = true;
+    rig.host.render(10000, { PluginTestHost::noteOn(1000, 12) });
+
+    // The native run starts with the transport and then keeps to the host's
+    // grid; the host pattern counts from its key, at the host's tempo.
+    const long native[] = { 0, 2160, 5760, 9360 }, hostSteps[] = { 1000, 8200 };
+    const auto drums = rig.hitsOf(0), snares = rig.hitsOf(1);
+    ASSERT_EQ(drums.size(), std::size(native));
+    for (size_t i = 0; i < drums.size(); ++i)
+        EXPECT_NEAR(drums[i].sample, native[i], 1) << "native step " << i;
+    EXPECT_TRUE(snares.empty()) << "the host sequence runs silently in native mode";
+    EXPECT_TRUE(rig.plugin.hostClock.running);
+
+    rig.plugin.setHostMode(true);
+    rig.core.hits.clear();
+    rig.host.render(10000, { PluginTestHost::noteOn(1000, 12) });
+    const auto hostHits = rig.hitsOf(1);
+    ASSERT_EQ(hostHits.size(), std::size(hostSteps));
+    for (size_t i = 0; i < hostHits.size(); ++i)
+        EXPECT_NEAR(hostHits[i].sample, 10000 + hostSteps[i], 1) << "host step " << i;
+}
+
+TEST(SequencerNativeRun, TheLowestCStartsTheRunOnTheHostsGrid)
+{
+    // Started by key 0, not by the transport; without internal sync the run
+    // then follows the host's position. 120 bpm: 3000 samples a step of an eighth.
+    Rig rig;
+    rig.plugin.internalSync = false;
+    rig.plugin.hostPlayDetection = DrumMachine::byLowestCNoteOn;
+    rig.shape(0, 4, 0);
+    rig.seq.getNativePatternAt(0).getVariation(0).getPart(0).setTrackString(0, "oooo");
+    auto& head = rig.host.playHead;
+    head.present = true;
+    head.ppq = 1.0;
+    head.playing = true;
+    rig.host.render(1300);
+    EXPECT_FALSE(rig.plugin.nativeClock.running) << "the transport started the run";
+
+    rig.host.render(20000, { PluginTestHost::noteOn(0, 0) });
+    const auto drums = rig.hitsOf(0);
+    ASSERT_EQ(drums.size(), 8u);
+    EXPECT_EQ(drums.front().sample, 1300) << "the key's step sounds at once";
+    for (size_t i = 1; i < drums.size(); ++i)
+        EXPECT_NEAR(drums[i].sample, 3000 * (long) i, 1) << "not on the host's grid";
 }
