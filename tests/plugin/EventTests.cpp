@@ -1,7 +1,6 @@
 #include "PluginTestHost.h"
 
 #include "parameters/ParameterIds.h"
-#include "plugin/Resources.h"
 #include "sequencer/QuindrelSeq.h"
 
 #include <gtest/gtest.h>
@@ -253,16 +252,10 @@ TEST(PluginEvents, PlayingAndBrowsingInEveryModeLeavesThePatternsAsTheyAre)
     PluginTestHost host;
     auto& plugin = *host.plugin;
     auto& seq = *plugin.getQuindrelSeq();
-    auto factoryBank = [](int type)
-    {
-        QuindrelSeq fresh(nullptr, nullptr);
-        const auto file = juce::parseXML(Resources::loadResourceText(type == DrumMachineSeq::hostType ? "default.QDPTRBH" : "default.QDPTRBN"));
-        fresh.readBank(*file, type);
-        return fresh.writeBank(type)->toString();
-    };
-    auto bank = [&seq](int type)
-    { return seq.writeBank(type)->toString(); };
-    ASSERT_EQ(bank(DrumMachineSeq::hostType), factoryBank(DrumMachineSeq::hostType));
+    QuindrelSeq factory(nullptr, nullptr);
+    PluginTestHost::loadFactoryBanks(factory);
+    const auto factoryBanks = PluginTestHost::banksOf(factory);
+    ASSERT_EQ(PluginTestHost::banksOf(seq), factoryBanks);
 
     // Native play through the basic patterns, with fill-ins.
     host.playHead.playing = true;
@@ -288,6 +281,5 @@ TEST(PluginEvents, PlayingAndBrowsingInEveryModeLeavesThePatternsAsTheyAre)
     for (int key = 12; key < 108; ++key)
         host.render(256, { PluginTestHost::noteOn(0, key) });
 
-    EXPECT_EQ(bank(DrumMachineSeq::hostType), factoryBank(DrumMachineSeq::hostType));
-    EXPECT_EQ(bank(DrumMachineSeq::nativeType), factoryBank(DrumMachineSeq::nativeType));
+    EXPECT_EQ(PluginTestHost::banksOf(seq), factoryBanks);
 }

@@ -1,7 +1,7 @@
 #include "PluginTestHost.h"
 
+#include "engine/QuindrelCore.h"
 #include "parameters/ParameterIds.h"
-#include "plugin/Resources.h"
 #include "sequencer/QuindrelSeq.h"
 
 #include <gtest/gtest.h>
@@ -14,16 +14,20 @@ namespace
 {
 using SteadyClock = std::chrono::steady_clock;
 
-// An engine that only counts its triggers, from any thread.
-struct CountingCore : DrumMachineCore
+// The real engine, counting its triggers from any thread.
+struct CountingCore : QuindrelCore
 {
-    void trigger(int instrument, float) override { counts[(size_t) instrument].fetch_add(1, std::memory_order_relaxed); }
+    void trigger(int instrument, float velocity) override
+    {
+        counts[(size_t) instrument].fetch_add(1, std::memory_order_relaxed);
+        QuindrelCore::trigger(instrument, velocity);
+    }
     int count(int instrument) const { return counts[(size_t) instrument].load(); }
 
     std::array<std::atomic<int>, trackCount> counts{};
 };
 
-// A sequencer that notes every read of a pattern name made off the message thread.
+// A sequencer that counts the reads of a pattern name made off the message thread.
 struct NameWatchingSeq : QuindrelSeq
 {
     using QuindrelSeq::QuindrelSeq;
@@ -132,32 +136,15 @@ TEST(PluginThreadSafety, MuteAndSoloChangesOnOtherThreadsNeverLetAMutedDrumThrou
     EXPECT_EQ(plugin.core().count(12), 0) << "the last change left the cow bell enabled";
 }
 
-TEST(PluginThreadSafety, PatternNamesAreReadOnTheMessageThreadOnly)
+TEST(PluginThreadSafety, PatternNamesReachThePanelFromTheMessageThreadOnly)
 {
-    // A name is not a word: the audio thread must not copy one that the panel may be replacing.
+    // A name is not a word: the audio thread must not copy one that the panel
+    // may be replacing. The editor follows a key; the panel then shows its name.
     PluginTestHost host(48000.0, 256, {}, PluginTestHost::factoryFor<WatchedQuindrel>());
     auto& plugin = static_cast<WatchedQuindrel&>(*host.plugin);
-    auto& seq = plugin.seq();
-    host.playHead.present = false;
-    for (int n = 0; n < QuindrelSeq::nativePatternCount; ++n)
-        seq.getNativePatternAt(n).setName("Native " + juce::String(n));
-    seq.getHostPatternAt(5).setName("Host 5");
-
-    // A native run with fill-ins that the editor follows, then host patterns by key.
-    plugin.getParameterManager().setNormalised(ParameterIds::autoFillIn, 1.0f);
-    plugin.setWriteMode(true);
-    plugin.handleEvent(3005); // Toggle Auto Follow Mode
-    plugin.runRequest = 1;
-    {
-        AudioThread audio(host);
-        while (audio.blocks < 400)
-            std::this_thread::sleep_for(std::chrono::milliseconds(1));
-    }
-    EXPECT_EQ(seq.readsOffMessageThread, 0);
-    juce::MessageManager::getInstance()->runDispatchLoopUntil(50);
-    EXPECT_EQ(plugin.getParameterManager().getText(ParameterIds::patternName), seq.getEditedName());
-
+    plugin.getQuindrelSeq()->getHostPatternAt(5).setName("Host 5");
     plugin.setHostMode(true);
+    plugin.handleEvent(3005); // Toggle Auto Follow Mode
     {
         AudioThread audio(host, [](int block, juce::MidiBuffer& midi)
                           {
@@ -166,25 +153,13 @@ TEST(PluginThreadSafety, PatternNamesAreReadOnTheMessageThreadOnly)
         while (audio.blocks < 100)
             std::this_thread::sleep_for(std::chrono::milliseconds(1));
     }
-    EXPECT_EQ(seq.readsOffMessageThread, 0);
+    EXPECT_EQ(plugin.seq().readsOffMessageThread, 0);
     juce::MessageManager::getInstance()->runDispatchLoopUntil(50);
-    EXPECT_EQ(plugin.getParameterManager().getText(ParameterIds::patternName), "Host 5") << "the editor follows the key, and the panel its name";
+    EXPECT_EQ(plugin.getParameterManager().getText(ParameterIds::patternName), "Host 5");
 }
 
 namespace
 {
-// The factory's patterns, read straight from the embedded banks.
-void loadFactoryBanks(QuindrelSeq& seq)
-{
-    seq.readBank(*juce::parseXML(Resources::loadResourceText("default.QDPTRBH")), DrumMachineSeq::hostType);
-    seq.readBank(*juce::parseXML(Resources::loadResourceText("default.QDPTRBN")), DrumMachineSeq::nativeType);
-}
-
-juce::String banksOf(QuindrelSeq& seq)
-{
-    return seq.writeBank(DrumMachineSeq::hostType)->toString() + seq.writeBank(DrumMachineSeq::nativeType)->toString();
-}
-
 // Puts one track of every pattern back as the factory has it.
 void restoreTrack(QuindrelSeq& seq, QuindrelSeq& factory, int track)
 {
@@ -207,13 +182,13 @@ void restoreTrack(QuindrelSeq& seq, QuindrelSeq& factory, int track)
 // (a state restore, a preset change) belongs in `actions`.
 TEST(PluginThreadSafety, StressPlayingWhileTheHostAndTheUserActOnOtherThreads)
 {
-    PluginTestHost host(48000.0, 128);
-    auto& plugin = *host.plugin;
+    PluginTestHost host(48000.0, 128, {}, PluginTestHost::factoryFor<WatchedQuindrel>());
+    auto& plugin = static_cast<WatchedQuindrel&>(*host.plugin);
     auto& params = plugin.getParameterManager();
-    auto& seq = *plugin.getQuindrelSeq();
+    auto& seq = plugin.seq();
     QuindrelSeq factory(nullptr, nullptr);
-    loadFactoryBanks(factory);
-    ASSERT_EQ(banksOf(seq), banksOf(factory));
+    PluginTestHost::loadFactoryBanks(factory);
+    ASSERT_EQ(PluginTestHost::banksOf(seq), PluginTestHost::banksOf(factory));
 
     // Controllers from the message thread, taken by the next block.
     std::array<std::pair<int, int>, 256> controllers{};
@@ -288,7 +263,8 @@ TEST(PluginThreadSafety, StressPlayingWhileTheHostAndTheUserActOnOtherThreads)
     EXPECT_GT(audio.blocks, 100);
     EXPECT_GT(done, 1000);
     EXPECT_EQ(audio.nonFinite, 0);
+    EXPECT_EQ(seq.readsOffMessageThread, 0) << "the audio thread copied a pattern name";
     ASSERT_EQ(plugin.selectedTrack, 0);
     restoreTrack(seq, factory, 0);
-    EXPECT_EQ(banksOf(seq), banksOf(factory)) << "a pattern changed";
+    EXPECT_EQ(PluginTestHost::banksOf(seq), PluginTestHost::banksOf(factory)) << "a pattern changed";
 }

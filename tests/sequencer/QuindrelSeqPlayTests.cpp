@@ -150,8 +150,12 @@ TEST(SequencerNativeRun, PassOrderWithPartsAndFillIns)
     rig.set(ParameterIds::autoFillIn, 1.0f); // every 2nd pass
     EXPECT_EQ(rig.seq.getAutoFill(), 2);
     EXPECT_EQ(rig.run(6), "1A1 12A1 1A1 12A1 1A1 12A1");
-    rig.set(ParameterIds::autoFillIn, 0.8f); // every 4th pass
+    rig.set(ParameterIds::autoFillIn, 0.75f); // rounds to the 4th position: every 4th pass
     EXPECT_EQ(rig.run(8), "1A1 1A1 1A1 12A1 1A1 1A1 1A1 12A1");
+    rig.set(ParameterIds::autoFillIn, 0.11f);
+    EXPECT_EQ(rig.seq.getAutoFill(), 16);
+    rig.set(ParameterIds::autoFillIn, 0.09f);
+    EXPECT_EQ(rig.seq.getAutoFill(), 0);
 
     // Manual mode: a fill-in requested during a run comes once, at the end of the pass.
     rig.set(ParameterIds::autoFillIn, 0.0f);
@@ -167,7 +171,7 @@ TEST(SequencerNativeRun, PassOrderWithPartsAndFillIns)
 TEST(SequencerNativeRun, IntroAndVariationModes)
 {
     Rig rig;
-    rig.set(ParameterIds::basicVariationMode, 0.5f); // AB
+    rig.set(ParameterIds::basicVariationMode, 0.3f); // rounds to the middle position, AB
     EXPECT_EQ(rig.run(4), "0A1 0B1 0A1 0B1");
     rig.set(ParameterIds::basicVariationMode, 1.0f); // B
     EXPECT_EQ(rig.run(2), "0B1 0B1");
@@ -175,7 +179,7 @@ TEST(SequencerNativeRun, IntroAndVariationModes)
     // The intro button while stopped: the run begins with the fill pattern,
     // in its own variation, and in manual mode AB no longer alternates after it.
     rig.set(ParameterIds::basicVariationMode, 0.5f);
-    rig.set(ParameterIds::introFillInVariationMode, 1.0f);
+    rig.set(ParameterIds::introFillInVariationMode, 0.6f); // B
     rig.seq.introOrFillIn();
     EXPECT_EQ(rig.seq.getNativePattern(), 12);
     EXPECT_TRUE(rig.seq.isPatternLit(12));
@@ -338,29 +342,6 @@ TEST(SequencerHostPlay, ATapRequestedWhileATapIsHandledIsNotLost)
     rig.host.render(256);
     EXPECT_EQ(rig.hitsOf(7).size(), 1u);
     EXPECT_EQ(rig.hitsOf(1).size(), 1u) << "the second tap was lost";
-}
-
-TEST(SequencerNativeRun, SwitchesComeFromTheirParameters)
-{
-    PluginTestHost plain;
-    auto* seq = dynamic_cast<QuindrelSeq*>(plain.plugin->getSequencer());
-    ASSERT_NE(seq, nullptr) << "Quindrel should build its own sequencer";
-    auto& params = plain.plugin->getParameterManager();
-
-    const std::pair<float, int> autoFill[] = { { 0.0f, 0 }, { 0.09f, 0 }, { 0.11f, 16 }, { 0.4f, 12 }, { 0.6f, 8 }, { 0.8f, 4 }, { 1.0f, 2 } };
-    for (const auto& [value, passes] : autoFill)
-    {
-        params.setNormalised(ParameterIds::autoFillIn, value);
-        EXPECT_EQ(seq->getAutoFill(), passes) << value;
-    }
-    const std::pair<float, int> variation[] = { { 0.0f, 0 }, { 0.3f, 2 }, { 0.5f, 2 }, { 1.0f, 1 } };
-    for (const auto& [value, mode] : variation)
-    {
-        params.setNormalised(ParameterIds::basicVariationMode, value);
-        EXPECT_EQ(seq->getBasicVariationMode(), mode) << value;
-    }
-    params.setNormalised(ParameterIds::introFillInVariationMode, 0.6f);
-    EXPECT_EQ(seq->getFillVariationMode(), 1);
 }
 
 TEST(SequencerHostPlay, AHostPatternLoopsAtItsLength)
