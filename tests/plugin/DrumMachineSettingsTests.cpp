@@ -24,22 +24,18 @@ TEST(PluginUserSettings, SequencerDefaultsAndOutputNumbersReachTheLiveValuesAndC
     const juce::TemporaryFile settings(".ini");
     const juce::String sequencer = "<InternalSequencer><IntSeq state=\"off\"/><IntSync state=\"off\"/><HostMode state=\"on\"/>"
                                    "<NoteOff state=\"on\"/><HostPlayDetection type=\"byLowestCNoteOn\"/></InternalSequencer>";
-    writeSettings(settings.getFile(), "<AudioOutputSettings><OutAssignations><BD out=\"4\"/><SD out=\"13\"/><CH out=\"12\"/>"
-                                      "</OutAssignations></AudioOutputSettings>" +
-                                          sequencer);
+    const juce::String outputs = "<AudioOutputSettings><OutCharacteristics type=\"stereo\"/><OutAssignations>";
+    juce::String assignations;
+    for (int i = 0; i < instrumentCount; ++i)
+        assignations << "<" << shortCodes[i] << " out=\"" << (i == 0 ? 4 : i == 16 ? 12 : 1) << "\"/>";
+    writeSettings(settings.getFile(), outputs + assignations.replace("SD out=\"1\"", "SD out=\"13\"") + "</OutAssignations></AudioOutputSettings>" + sequencer);
     {
         PluginTestHost host(48000.0, 512, settings.getFile());
         auto& plugin = *host.plugin;
-        auto& params = plugin.getParameterManager();
-        EXPECT_FALSE(plugin.internalSequencer);
-        EXPECT_FALSE(plugin.internalSync);
-        EXPECT_TRUE(plugin.hostMode);
-        EXPECT_TRUE(plugin.noteOffMode);
+        EXPECT_TRUE(!plugin.internalSequencer && !plugin.internalSync && plugin.hostMode && plugin.noteOffMode);
         EXPECT_EQ(plugin.hostPlayDetection, DrumMachine::byLowestCNoteOn);
-        EXPECT_FALSE(params.getBool(ParameterIds::hostModeState)) << "shown only with the internal sequencer";
-
-        EXPECT_EQ(plugin.getInstrumentOutput(0), 4);
-        EXPECT_EQ(params.getInt(ParameterIds::outputNumber + 0), 4);
+        EXPECT_FALSE(plugin.getParameterManager().getBool(ParameterIds::hostModeState)) << "shown only with the internal sequencer";
+        EXPECT_EQ(plugin.getParameterManager().getInt(ParameterIds::outputNumber + 0), 4);
         EXPECT_EQ(plugin.getInstrumentOutput(1), 1) << "output 13 does not exist";
         EXPECT_EQ(plugin.getInstrumentOutput(16), 12);
 
@@ -47,16 +43,10 @@ TEST(PluginUserSettings, SequencerDefaultsAndOutputNumbersReachTheLiveValuesAndC
         plugin.setInternalSequencer(true);
         plugin.getParameterManager().setInt(ParameterIds::outputNumber + 0, 2);
     }
-
     const auto written = juce::parseXML(settings.getFile());
     ASSERT_NE(written, nullptr);
     EXPECT_EQ(oneLine(written->getChildByName("InternalSequencer")), sequencer);
-    const auto* outputs = written->getChildByName("AudioOutputSettings");
-    ASSERT_NE(outputs, nullptr);
-    const auto* assignations = outputs->getChildByName("OutAssignations");
-    ASSERT_NE(assignations, nullptr);
-    EXPECT_EQ(assignations->getChildByName("BD")->getIntAttribute("out"), 4);
-    EXPECT_EQ(assignations->getChildByName("SD")->getIntAttribute("out"), 1);
+    EXPECT_EQ(oneLine(written->getChildByName("AudioOutputSettings")), outputs + assignations + "</OutAssignations></AudioOutputSettings>");
 }
 
 TEST(PluginUserSettings, PatternResourcesOfEveryKindAreLoadedAndWrittenBack)
@@ -88,15 +78,11 @@ TEST(PluginUserSettings, PatternResourcesOfEveryKindAreLoadedAndWrittenBack)
     const auto* dmSeqRes = written->getChildByName("ResourcesSettings")->getChildByName("DMSeqRes");
     EXPECT_EQ(oneLine(dmSeqRes), oneLine(juce::parseXML(resources)->getChildByName("DMSeqRes")));
 
-    // The factory's, and an unknown word leaves the kind as it was.
-    writeSettings(settings, "<ResourcesSettings><DMSeqRes><HostPatterns default=\"factoryPatterns\"/><NativePatterns default=\"someOther\"/></DMSeqRes></ResourcesSettings>");
+    // An unknown word leaves the kind as it was: the factory's.
+    writeSettings(settings, "<ResourcesSettings><DMSeqRes><NativePatterns default=\"someOther\"/></DMSeqRes></ResourcesSettings>");
     {
         PluginTestHost host(48000.0, 512, settings);
-        auto& seq = *host.plugin->getQuindrelSeq();
-        EXPECT_EQ(seq.hostResourceKind, DrumMachineSeq::factoryPatterns);
-        EXPECT_EQ(seq.nativeResourceKind, DrumMachineSeq::factoryPatterns);
-        EXPECT_NE(seq.getPatternName(0, DrumMachineSeq::hostType), "Pattern 1");
-        EXPECT_NE(seq.getPatternName(0, DrumMachineSeq::nativeType), "Pattern 1");
+        EXPECT_NE(host.plugin->getQuindrelSeq()->getPatternName(0, DrumMachineSeq::nativeType), "Pattern 1");
     }
     folder.deleteRecursively();
 }

@@ -228,7 +228,7 @@ TEST(SequencerNativeRun, SelectionWaitsForTheEndOfThePassAndBlinksUntilThen)
     EXPECT_EQ(rig.seq.getNativePattern(), 3);
 }
 
-TEST(SequencerHostPlay, StepVelocitiesAndTheAccentTrack)
+TEST(SequencerHostPlay, StepVelocitiesTheAccentTrackAndTheLoop)
 {
     Rig rig;
     rig.plugin.setHostMode(true);
@@ -236,18 +236,20 @@ TEST(SequencerHostPlay, StepVelocitiesAndTheAccentTrack)
     auto& pattern = rig.seq.getHostPatternAt(0);
     pattern.setLength(4);
     pattern.setTrackString(0, "oOoO");
+    pattern.setTrackString(1, "....o"); // beyond the length
     pattern.setTrackString(17, "..oO");
-    rig.host.render(4 * 6000 - 100, { PluginTestHost::noteOn(0, 12) }); // 120 bpm, 4 steps a beat
+    rig.host.render(6 * 6000 - 100, { PluginTestHost::noteOn(0, 12) }); // 120 bpm, 4 steps a beat
 
     const double base = 48.0 / 127, strong = 0.377, boost = 0.623 * 0.5;
     const double velocities[] = { base, base + strong, base + boost, base + strong + boost };
     const auto drums = rig.hitsOf(0), accents = rig.hitsOf(17);
-    ASSERT_EQ(drums.size(), 4u);
-    for (size_t i = 0; i < 4; ++i)
+    ASSERT_EQ(drums.size(), 6u);
+    for (size_t i = 0; i < 6; ++i)
     {
         EXPECT_NEAR(drums[i].sample, (long) i * 6000, 1) << "step " << i;
-        EXPECT_NEAR(drums[i].velocity, velocities[i], 1.0e-6) << "step " << i;
+        EXPECT_NEAR(drums[i].velocity, velocities[i % 4], 1.0e-6) << "step " << i << ": the loop comes round after step 3";
     }
+    EXPECT_TRUE(rig.hitsOf(1).empty()) << "a step beyond the length played";
 
     // The accent track fires at the step and again at its late event, a sample on.
     ASSERT_EQ(accents.size(), 4u);
@@ -322,14 +324,9 @@ TEST(SequencerHostPlay, TapsAreRecordedOnTheNearerStepInBothModes)
         ASSERT_EQ(lowConga.size(), 1u) << mode << ": a deferred tap sounds once, with its step";
         EXPECT_NEAR(lowConga[0].sample, 1000 + step, 1) << mode;
     }
-}
 
-TEST(SequencerHostPlay, ATapRequestedWhileATapIsHandledIsNotLost)
-{
-    // The panel's second tap, of the snare, comes while the audio thread
-    // sounds the first, of the hi tom.
+    // A second tap, of the snare, comes while the audio thread sounds the first, of the hi tom.
     Rig rig;
-    rig.plugin.setHostMode(true);
     rig.core.onTrigger = [&rig](int track)
     {
         if (track != 7)
@@ -337,31 +334,12 @@ TEST(SequencerHostPlay, ATapRequestedWhileATapIsHandledIsNotLost)
         rig.plugin.selectTrack(1);
         rig.plugin.requestTap(false);
     };
+    rig.plugin.setHostMode(true);
     rig.plugin.selectTrack(7);
     rig.plugin.requestTap(false);
     rig.host.render(256);
     EXPECT_EQ(rig.hitsOf(7).size(), 1u);
     EXPECT_EQ(rig.hitsOf(1).size(), 1u) << "the second tap was lost";
-}
-
-TEST(SequencerHostPlay, AHostPatternLoopsAtItsLength)
-{
-    Rig rig;
-    rig.plugin.setHostMode(true);
-    auto& pattern = rig.seq.getHostPatternAt(3);
-    pattern.setLength(3);
-    pattern.setTrackString(0, "o..o");
-    pattern.setTrackString(1, "..o");
-    rig.host.render(7 * 6000 - 100, { PluginTestHost::noteOn(0, 12 + 3) }); // 120 bpm, 4 steps a beat
-
-    const long bassDrum[] = { 0, 18000, 36000 }, snare[] = { 12000, 30000 };
-    const auto drums = rig.hitsOf(0), snares = rig.hitsOf(1);
-    ASSERT_EQ(drums.size(), 3u) << "a step past the length played";
-    ASSERT_EQ(snares.size(), 2u);
-    for (size_t i = 0; i < 3; ++i)
-        EXPECT_NEAR(drums[i].sample, bassDrum[i], 1);
-    for (size_t i = 0; i < 2; ++i)
-        EXPECT_NEAR(snares[i].sample, snare[i], 1);
 }
 
 TEST(SequencerNativeRun, TempoAndScaleAreReadAtEveryStep)
@@ -395,60 +373,49 @@ TEST(SequencerNativeRun, TempoAndScaleAreReadAtEveryStep)
 
 TEST(SequencerNativeRun, WithoutInternalSyncTheHostGivesTempoAndNativePosition)
 {
-    // The host at 100 bpm: 28800 samples a beat, 3600 a step of an eighth.
-    // Its transport starts at beat 0.05, between two steps.
+    // The host's transport starts at beat 0.05 at 100 bpm: 28800 samples a
+    // beat, 3600 a step of an eighth. The native run starts with it and keeps
+    // to the host's grid; a host pattern counts from its key, at the host's tempo.
+    auto hostPlays = [](Rig& rig)
+    {
+        auto& head = rig.host.playHead;
+        head.present = head.playing = true;
+        head.bpm = 100.0;
+        head.ppq = 0.05;
+        rig.plugin.internalSync = false;
+    };
+    for (const bool lowestC : { false, true })
+    {
+        Rig rig;
+        hostPlays(rig);
+        rig.plugin.hostPlayDetection = lowestC ? DrumMachine::byLowestCNoteOn : DrumMachine::byTransportChange;
+        rig.shape(0, 4, 0);
+        rig.seq.getNativePatternAt(0).getVariation(0).getPart(0).setTrackString(0, "oooo");
+        if (lowestC)
+        {
+            // Key 0 starts the run, not the transport; the run then joins the host's grid.
+            rig.host.render(1300);
+            EXPECT_FALSE(rig.plugin.nativeClock.running) << "the transport started the run";
+            rig.host.render(10000 - 1300, { PluginTestHost::noteOn(0, 0) });
+        }
+        else
+        {
+            rig.host.render(10000);
+        }
+        const long native[] = { lowestC ? 1300 : 0, 2160, 5760, 9360 };
+        const auto drums = rig.hitsOf(0);
+        ASSERT_EQ(drums.size(), 4u) << "lowest C " << lowestC;
+        for (size_t i = 0; i < drums.size(); ++i)
+            EXPECT_NEAR(drums[i].sample, native[i], 1) << "native step " << i << ", lowest C " << lowestC;
+    }
+
     Rig rig;
-    rig.plugin.internalSync = false;
-    rig.shape(0, 4, 0);
-    rig.seq.getNativePatternAt(0).getVariation(0).getPart(0).setTrackString(0, "oooo");
-    auto& hostPattern = rig.seq.getHostPatternAt(0);
-    hostPattern.setTrackString(1, "oooooooooooooooo");
-    auto& head = rig.host.playHead;
-    head.present = true;
-    head.bpm = 100.0;
-    head.ppq = 0.05;
-    head.playing = true;
-    rig.host.render(10000, { PluginTestHost::noteOn(1000, 12) });
-
-    // The native run starts with the transport and then keeps to the host's
-    // grid; the host pattern counts from its key, at the host's tempo.
-    const long native[] = { 0, 2160, 5760, 9360 }, hostSteps[] = { 1000, 8200 };
-    const auto drums = rig.hitsOf(0), snares = rig.hitsOf(1);
-    ASSERT_EQ(drums.size(), std::size(native));
-    for (size_t i = 0; i < drums.size(); ++i)
-        EXPECT_NEAR(drums[i].sample, native[i], 1) << "native step " << i;
-    EXPECT_TRUE(snares.empty()) << "the host sequence runs silently in native mode";
-    EXPECT_TRUE(rig.plugin.hostClock.running);
-
+    hostPlays(rig);
     rig.plugin.setHostMode(true);
-    rig.core.hits.clear();
+    rig.seq.getHostPatternAt(0).setTrackString(1, "oooooooooooooooo");
     rig.host.render(10000, { PluginTestHost::noteOn(1000, 12) });
-    const auto hostHits = rig.hitsOf(1);
-    ASSERT_EQ(hostHits.size(), std::size(hostSteps));
-    for (size_t i = 0; i < hostHits.size(); ++i)
-        EXPECT_NEAR(hostHits[i].sample, 10000 + hostSteps[i], 1) << "host step " << i;
-}
-
-TEST(SequencerNativeRun, TheLowestCStartsTheRunOnTheHostsGrid)
-{
-    // Started by key 0, not by the transport; without internal sync the run
-    // then follows the host's position. 120 bpm: 3000 samples a step of an eighth.
-    Rig rig;
-    rig.plugin.internalSync = false;
-    rig.plugin.hostPlayDetection = DrumMachine::byLowestCNoteOn;
-    rig.shape(0, 4, 0);
-    rig.seq.getNativePatternAt(0).getVariation(0).getPart(0).setTrackString(0, "oooo");
-    auto& head = rig.host.playHead;
-    head.present = true;
-    head.ppq = 1.0;
-    head.playing = true;
-    rig.host.render(1300);
-    EXPECT_FALSE(rig.plugin.nativeClock.running) << "the transport started the run";
-
-    rig.host.render(20000, { PluginTestHost::noteOn(0, 0) });
-    const auto drums = rig.hitsOf(0);
-    ASSERT_EQ(drums.size(), 8u);
-    EXPECT_EQ(drums.front().sample, 1300) << "the key's step sounds at once";
-    for (size_t i = 1; i < drums.size(); ++i)
-        EXPECT_NEAR(drums[i].sample, 3000 * (long) i, 1) << "not on the host's grid";
+    const auto snares = rig.hitsOf(1);
+    ASSERT_EQ(snares.size(), 2u);
+    EXPECT_NEAR(snares[0].sample, 1000, 1);
+    EXPECT_NEAR(snares[1].sample, 1000 + 7200, 1) << "a host pattern is not aligned to the host's grid";
 }
