@@ -15,3 +15,7 @@ juce_add_binary_data(quindrel_resources
     NAMESPACE QuindrelBinaryData
     HEADER_NAME QuindrelBinaryData.h
     SOURCES ${QUINDREL_RESOURCE_FILES})
+
+# JUCE's rule watches only its list of inputs, which configuring rewrites:
+# a changed resource file must configure again, or the old bytes stay embedded.
+set_property(DIRECTORY APPEND PROPERTY CMAKE_CONFIGURE_DEPENDS ${QUINDREL_RESOURCE_FILES})

@@ -1,5 +1,7 @@
 #include "plugin/BasePlugin.h"
 
+#include "editor/BasePluginEditor.h"
+#include "editor/PluginEditorWindow.h"
 #include "plugin/HostParameter.h"
 #include "plugin/Resources.h"
 
@@ -73,8 +75,12 @@ void BasePlugin::initialise()
 //==============================================================================
 juce::AudioProcessorEditor* BasePlugin::createEditor()
 {
-    // The host's window shows every host parameter until the panel is there.
-    return new juce::GenericAudioProcessorEditor(*this);
+    return new PluginEditorWindow(*this, createPluginEditor());
+}
+
+std::unique_ptr<BasePluginEditor> BasePlugin::createPluginEditor()
+{
+    return std::make_unique<BasePluginEditor>(this);
 }
 
 void BasePlugin::getStateInformation(juce::MemoryBlock& destData)

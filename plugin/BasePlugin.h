@@ -11,6 +11,7 @@
 #include <atomic>
 #include <optional>
 
+class BasePluginEditor;
 class HostParameter;
 
 // Where an instance finds its own files. The plug-in entry point fills it from
@@ -102,6 +103,8 @@ public:
     virtual void handleEvent(int /*uid*/) {}
     virtual bool useDebugParameters() const { return false; }
     virtual void afterInitialise() {}
+    // The panel that createEditor puts in the host's window.
+    virtual std::unique_ptr<BasePluginEditor> createPluginEditor();
 
     // What the host sees of a host parameter (index = id). These carry the
     // behaviour of the host's get/set/text/name calls; HostParameter forwards

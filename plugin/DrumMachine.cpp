@@ -150,12 +150,13 @@ void DrumMachine::parameterChanged(Parameter& parameter)
     }
     else if (id == ParameterIds::instrumentSelection)
     {
-        selectTrack(parameter.getInt());
+        // As the "Select" events: with a randomizer result only the shown track moves.
+        chooseTrack(parameter.getInt());
     }
     else if (id == ParameterIds::instrumentSelectionWithAccentFirst)
     {
         const int value = parameter.getInt();
-        selectTrack(value == 0 ? accentTrack : value - 1);
+        chooseTrack(value == 0 ? accentTrack : value - 1);
     }
     else if (sequencer != nullptr && isEditing())
     {

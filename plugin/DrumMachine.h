@@ -154,8 +154,22 @@ public:
     void updateScaleRows();
     void updateTrackRows();
 
-    // The randomizer mode: on, it takes the edited pattern under its mask.
+    // The randomizer (message thread). On, it takes the edited pattern under
+    // its mask and keeps a backup of it; off, it cancels a result.
     void setRandomizer(bool shouldBeOn);
+    // A result from a new seed drawn from the generator, or from the seed
+    // before the present one; each first accepts a result at hand.
+    void newRandomResult();
+    void previousRandomResult();
+    // Fills the selected tracks of the pattern under the randomizer: every
+    // step on, about half accented, each with its own level for the mask.
+    void randomize();
+    // Writes the mask into the pattern (steps at or above their track's
+    // threshold are cleared), or puts the tracks back as they were on entry.
+    void acceptRandomResult();
+    void cancelRandomResult();
+    // Whether the randomizer shows a result: editing, on, and filled.
+    bool hasRandomResult() const { return isEditing() && randomizerOn && isRandomFilled(); }
     // A tap of the selected tracks, played and recorded by the next block.
     void requestTap(bool accented);
     // A press of step button `step` (0 to 15) while editing.
@@ -167,6 +181,19 @@ public:
     void setWriteMode(bool shouldBeOn);
     // Makes t the one selected track, with the selection parameters.
     void selectTrack(int track);
+    // "Select" and "Toggle ... Selection" of a track: with a randomizer
+    // result and a track of it, only the shown track changes.
+    void chooseTrack(int track);
+    void toggleTrackSelection(int track);
+
+    // The edit panel's commands on the edited pattern (message thread).
+    void shiftTracks(bool left, bool allTracks);
+    void copyTracks();
+    void copyPattern();
+    void paste();
+    // Empties a full clipboard, or else clears the selected tracks.
+    void clearTracksOrClipboard();
+    void emptyClipboard();
 
     // Served by the next block: the note-offs of a sequencer just switched.
     // The block sends them rather than the thread that switched, which may not
@@ -187,6 +214,8 @@ private:
     void handleController(const juce::MidiMessage& message);
     void handleProgramChange(int program);
     void refreshModeRows();
+    void updateClipboardState();
+    void drawRandomResult();
     void setMuteOrSolo(int firstId, int instrument, bool inverse);
     void copyTempoAndScale(const Clock& from, Clock& to);
     void handleMidiEvent(const juce::MidiMessage& message);

@@ -1,6 +1,6 @@
 // The commands of the panel's buttons, by uid: mute and solo, track selection,
-// the sequencer's modes, start and stop, taps and the step buttons while
-// editing. Message thread. What needs the audio thread's timing goes through
+// the sequencer's modes, start and stop, taps, the step buttons and the edit
+// panel's commands while editing. Message thread. What needs the audio thread's timing goes through
 // runRequest and the sequencer's tap fields.
 
 #include "plugin/DrumMachine.h"
@@ -15,7 +15,9 @@ constexpr int toggleInternalSequencer = 3000, toggleInternalSync = 3001, toggleH
               toggleNoteOffMode = 3003, togglePatternWriteMode = 3004, toggleAutoFollowMode = 3005,
               toggleRandomizer = 3006, toggleLengthMode = 3007, toggleTapMode = 3008, toggleFlamMode = 3009;
 constexpr int startStop = 3010, start = 3011, stop = 3012, tap = 3013, tapAccented = 3014;
-constexpr int previous = 3019, next = 3020;
+constexpr int shiftLeft = 3015, shiftRight = 3016, shiftLeftAll = 3017, shiftRightAll = 3018;
+constexpr int previous = 3019, next = 3020, accept = 3021, undo = 3022;
+constexpr int copyTracks = 3023, copyPattern = 3024, paste = 3025, clear = 3026, clearAll = 3027;
 constexpr int pressStep = 3030;
 constexpr int selectScale6 = 3062, selectScale3 = 3063, selectScale8 = 3064, selectScale4 = 3065;
 } // namespace Uid
@@ -41,7 +43,11 @@ void DrumMachine::handleEvent(int uid)
 {
     const bool intSeq = internalSequencer;
     const bool editing = isEditing();
-    const bool randomFilled = editing && randomizerOn && isRandomFilled();
+    // The randomizer counts only while editing; it blocks the commands that
+    // would change the pattern under it.
+    const bool random = editing && randomizerOn;
+    const bool randomFilled = random && isRandomFilled();
+    const bool clipboardFull = trackClipboardFull || patternClipboardFull;
 
     if (uid >= Uid::toggleMute && uid < Uid::toggleMute + instrumentCount)
         setMuteOrSolo(ParameterIds::mute, uid - Uid::toggleMute, false);
@@ -53,41 +59,13 @@ void DrumMachine::handleEvent(int uid)
         setMuteOrSolo(ParameterIds::solo, uid - Uid::inverseSolo, true);
     else if (uid >= Uid::select && uid < Uid::select + trackCount)
     {
-        const int track = uid - Uid::select;
-        if (!editing)
-            return;
-        if (randomFilled && sequencer->randomTracks[(size_t) track] != 0)
-        {
-            selectedTrack = track;
-            updateTrackRows();
-            updateStepLights();
-        }
-        else if (!randomFilled)
-        {
-            selectTrack(track);
-        }
+        if (editing)
+            chooseTrack(uid - Uid::select);
     }
     else if (uid >= Uid::toggleSelection && uid < Uid::toggleSelection + trackCount)
     {
-        const int track = uid - Uid::toggleSelection;
-        if (!editing)
-            return;
-        if (randomFilled)
-        {
-            if (sequencer->randomTracks[(size_t) track] != 0)
-                selectedTrack = track;
-        }
-        else
-        {
-            const auto count = std::count_if(selectedTracks.begin(), selectedTracks.end(), [](auto s)
-                                             { return s != 0; });
-            // The last selected track stays selected.
-            if (selectedTracks[(size_t) track] != 0 && count <= 1)
-                return;
-            selectedTracks[(size_t) track] = selectedTracks[(size_t) track] != 0 ? 0 : 1;
-        }
-        updateTrackRows();
-        updateStepLights();
+        if (editing)
+            toggleTrackSelection(uid - Uid::toggleSelection);
     }
     else if (uid == Uid::toggleInternalSequencer)
         setInternalSequencer(!internalSequencer);
@@ -145,7 +123,16 @@ void DrumMachine::handleEvent(int uid)
         runRequest = 2;
     else if ((uid == Uid::tap || uid == Uid::tapAccented) && editing && !randomizerOn)
         requestTap(uid == Uid::tapAccented);
-    else if ((uid == Uid::previous || uid == Uid::next) && editing && !randomizerOn)
+    else if (uid >= Uid::shiftLeft && uid <= Uid::shiftRightAll && editing && !random)
+        shiftTracks(uid == Uid::shiftLeft || uid == Uid::shiftLeftAll, uid >= Uid::shiftLeftAll);
+    else if ((uid == Uid::previous || uid == Uid::next) && random)
+    {
+        if (uid == Uid::next)
+            newRandomResult();
+        else
+            previousRandomResult();
+    }
+    else if ((uid == Uid::previous || uid == Uid::next) && editing)
     {
         // While the edited pattern follows what plays, it cannot be moved by hand.
         if (!lengthMode && (autoFollow || tapMode))
@@ -155,6 +142,31 @@ void DrumMachine::handleEvent(int uid)
         else
             sequencer->editPreviousPattern();
         updatePatternDisplays();
+    }
+    else if (uid == Uid::accept && randomFilled)
+    {
+        acceptRandomResult();
+        refreshModeRows();
+    }
+    else if (uid == Uid::undo && randomFilled)
+    {
+        cancelRandomResult();
+        refreshModeRows();
+    }
+    else if (uid == Uid::undo && editing && clipboardFull)
+        emptyClipboard();
+    else if (uid == Uid::copyTracks && editing && !randomizerOn)
+        copyTracks();
+    else if (uid == Uid::copyPattern && editing && !randomizerOn)
+        copyPattern();
+    else if (uid == Uid::paste && clipboardFull && editing && !randomizerOn)
+        paste();
+    else if (uid == Uid::clear && editing && !randomizerOn && !lengthMode)
+        clearTracksOrClipboard();
+    else if (uid == Uid::clearAll && editing && !lengthMode)
+    {
+        sequencer->clearPattern();
+        updateStepLights();
     }
     else if (uid >= Uid::pressStep && uid < Uid::pressStep + 16 && intSeq && editing)
         pressStepWhileEditing(uid - Uid::pressStep);
@@ -168,29 +180,129 @@ void DrumMachine::handleEvent(int uid)
         BasePluginOldStyle::handleEvent(uid);
 }
 
-void DrumMachine::setRandomizer(bool shouldBeOn)
+//==============================================================================
+void DrumMachine::chooseTrack(int track)
 {
-    if (randomizerOn == shouldBeOn)
+    if (!juce::isPositiveAndBelow(track, trackCount))
         return;
 
-    if (shouldBeOn)
+    if (hasRandomResult() && sequencer->randomTracks[(size_t) track] != 0)
     {
-        lengthMode = false;
-        tapMode = false;
-        sequencer->randomActive = false;
-        sequencer->randomTracks.fill(0);
-        sequencer->randomPattern = sequencer->getEditedPattern();
-        sequencer->backupForRandom(sequencer->randomPattern);
+        selectedTrack = track;
+        updateTrackRows();
+        updateStepLights();
+        return;
+    }
+    selectTrack(track);
+}
+
+void DrumMachine::toggleTrackSelection(int track)
+{
+    if (!juce::isPositiveAndBelow(track, trackCount))
+        return;
+
+    if (hasRandomResult() && sequencer->randomTracks[(size_t) track] != 0)
+    {
+        selectedTrack = track;
     }
     else
     {
-        sequencer->randomActive = false;
-        sequencer->randomPattern = nullptr;
-        sequencer->randomTracks.fill(0);
+        const auto count = std::count(selectedTracks.begin(), selectedTracks.end(), (juce::uint8) 1);
+        // The last selected track stays selected.
+        if (selectedTracks[(size_t) track] != 0 && count <= 1)
+            return;
+        selectedTracks[(size_t) track] = selectedTracks[(size_t) track] != 0 ? 0 : 1;
     }
+    updateTrackRows();
+    updateStepLights();
+}
 
-    randomizerOn = shouldBeOn;
-    refreshModeRows();
+void DrumMachine::shiftTracks(bool left, bool allTracks)
+{
+    constexpr int oneStep = 1;
+    if (allTracks)
+    {
+        left ? sequencer->shiftTrackLeft(-1, oneStep) : sequencer->shiftTrackRight(-1, oneStep);
+    }
+    else
+    {
+        for (int t = 0; t < trackCount; ++t)
+            if (selectedTracks[(size_t) t] != 0)
+                left ? sequencer->shiftTrackLeft(t, oneStep) : sequencer->shiftTrackRight(t, oneStep);
+    }
+    updateStepLights();
+}
+
+void DrumMachine::copyTracks()
+{
+    patternClipboardFull = false;
+    clipboardTrackCount = 0;
+    for (int t = 0; t < trackCount; ++t)
+    {
+        clipboardTracks[(size_t) t] = selectedTracks[(size_t) t];
+        if (selectedTracks[(size_t) t] == 0)
+            continue;
+        sequencer->copyTrack(t);
+        ++clipboardTrackCount;
+    }
+    trackClipboardFull = clipboardTrackCount > 0;
+    updateClipboardState();
+}
+
+void DrumMachine::copyPattern()
+{
+    sequencer->copyPattern();
+    patternClipboardFull = true;
+    trackClipboardFull = false;
+    updateClipboardState();
+}
+
+void DrumMachine::paste()
+{
+    if (patternClipboardFull)
+    {
+        sequencer->pastePattern();
+        updatePatternDisplays();
+        return;
+    }
+    if (!trackClipboardFull)
+        return;
+
+    // One copied track goes onto every selected track; several go each onto itself.
+    if (clipboardTrackCount == 1)
+    {
+        const auto from = (int) std::distance(clipboardTracks.begin(), std::find(clipboardTracks.begin(), clipboardTracks.end(), (juce::uint8) 1));
+        for (int t = 0; t < trackCount; ++t)
+            if (selectedTracks[(size_t) t] != 0)
+                sequencer->pasteTrack(from, t);
+    }
+    else
+    {
+        for (int t = 0; t < trackCount; ++t)
+            if (clipboardTracks[(size_t) t] != 0)
+                sequencer->pasteTrack(t, t);
+    }
+    updateStepLights();
+}
+
+void DrumMachine::clearTracksOrClipboard()
+{
+    if (trackClipboardFull || patternClipboardFull)
+    {
+        emptyClipboard();
+        return;
+    }
+    for (int t = 0; t < trackCount; ++t)
+        if (selectedTracks[(size_t) t] != 0)
+            sequencer->clearTrack(t);
+    updateStepLights();
+}
+
+void DrumMachine::emptyClipboard()
+{
+    trackClipboardFull = false;
+    patternClipboardFull = false;
+    updateClipboardState();
 }
 
 void DrumMachine::requestTap(bool accented)

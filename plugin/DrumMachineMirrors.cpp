@@ -31,8 +31,7 @@ void DrumMachine::refreshModeRows()
     parameterManager.setBool(lengthModeState, editing && lengthMode);
     parameterManager.setBool(tapModeState, editing && tapMode);
     parameterManager.setBool(flamModeState, editing && flamMode);
-    parameterManager.setBool(clipboardTracksState, trackClipboardFull);
-    parameterManager.setBool(clipboardPatternState, patternClipboardFull);
+    updateClipboardState();
     parameterManager.setBool(patternNameEditionState, editing);
     parameterManager.setBool(patternTempoState, editing && internalSync);
 
@@ -42,7 +41,15 @@ void DrumMachine::refreshModeRows()
     parameterManager.setBool(writeModeActivity, intSeq && !hostMode);
 }
 
-void DrumMachine::updateInternalSequencerState() { refreshModeRows(); }
+void DrumMachine::updateClipboardState()
+{
+    parameterManager.setBool(clipboardTracksState, trackClipboardFull);
+    parameterManager.setBool(clipboardPatternState, patternClipboardFull);
+}
+
+// Switching the internal sequencer on enters editing as write mode does, so
+// the edited pattern catches up the same way.
+void DrumMachine::updateInternalSequencerState() { updateWriteModeState(); }
 void DrumMachine::updateInternalSyncState() { refreshModeRows(); }
 void DrumMachine::updateNoteOffState() { refreshModeRows(); }
 void DrumMachine::updateAutoFollowState() { refreshModeRows(); }

@@ -1,5 +1,6 @@
 #include "plugin/Quindrel.h"
 
+#include "editor/DrumMachineEditors.h"
 #include "engine/QuindrelCore.h"
 #include "parameters/ParameterIds.h"
 #include "sequencer/QuindrelSeq.h"
@@ -59,6 +60,11 @@ void Quindrel::loadMidiMap(const juce::XmlElement& xml)
                               { return oldNames->getParameterName(oldName); });
 }
 
+std::unique_ptr<BasePluginEditor> Quindrel::createPluginEditor()
+{
+    return std::make_unique<QuindrelEditor>(this);
+}
+
 QuindrelSeq* Quindrel::getQuindrelSeq() const
 {
     return dynamic_cast<QuindrelSeq*>(getSequencer());
@@ -67,7 +73,7 @@ QuindrelSeq* Quindrel::getQuindrelSeq() const
 void Quindrel::handleEvent(int uid)
 {
     constexpr int selectVariationA = 104, selectPart2 = 107, tapIntroFillAccept = 108;
-    constexpr int tap = 3013, clear = 3026, pressStep = 3030;
+    constexpr int tap = 3013, accept = 3021, clear = 3026, pressStep = 3030;
 
     auto* seq = getQuindrelSeq();
     if (seq == nullptr)
@@ -82,7 +88,7 @@ void Quindrel::handleEvent(int uid)
     if (uid >= selectVariationA && uid <= selectPart2)
     {
         // Chosen by hand only while the edited pattern does not follow what plays.
-        if (!editing || hostMode || (autoFollow && !lengthMode) || (randomizerOn && isRandomFilled()))
+        if (!editing || hostMode || (autoFollow && !lengthMode) || hasRandomResult())
             return;
         if (uid < selectVariationA + 2)
             seq->setEditedVariation(uid - selectVariationA);
@@ -92,9 +98,9 @@ void Quindrel::handleEvent(int uid)
     }
     else if (uid == tapIntroFillAccept)
     {
-        if (editing && randomizerOn && isRandomFilled())
-            return; // accepting a randomized result belongs to the randomizer
-        if (editing)
+        if (hasRandomResult())
+            DrumMachine::handleEvent(accept);
+        else if (editing)
             DrumMachine::handleEvent(tap);
         else if (intSeq && !hostMode)
         {

@@ -40,6 +40,7 @@ public:
     bool canLoadState(const juce::XmlElement& xml) const override;
     void handleEvent(int uid) override;
     void updatePatternDisplays() override;
+    std::unique_ptr<BasePluginEditor> createPluginEditor() override;
 
     QuindrelSeq* getQuindrelSeq() const;
 

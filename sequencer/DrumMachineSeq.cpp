@@ -7,9 +7,19 @@ DrumMachineSeq::DrumMachineSeq(DrumMachine* owner, DrumMachineCore* engine)
     : plugin(owner)
     , core(engine)
 {
-    randomThresholds.fill(0.2f);
+    for (auto& threshold : randomThresholds)
+        threshold.store(0.2f, std::memory_order_relaxed);
+    resetRandomizer();
+}
+
+void DrumMachineSeq::resetRandomizer()
+{
+    randomActive.store(false, std::memory_order_relaxed);
+    for (auto& track : randomTracks)
+        track.store(0, std::memory_order_relaxed);
     for (auto& levels : randomLevels)
-        levels.fill(-1.0f);
+        for (auto& level : levels)
+            level.store(-1.0f, std::memory_order_relaxed);
 }
 
 int DrumMachineSeq::nextStepValue(int value, bool) const
@@ -34,7 +44,8 @@ void DrumMachineSeq::toggleStep(int track, int step, bool flam)
 
 bool DrumMachineSeq::isMaskedByRandomizer(const Pattern* pattern, int track, int step) const
 {
-    return pattern != nullptr && pattern == randomPattern && randomTracks[(size_t) track] != 0 && !(randomThresholds[(size_t) track] > randomLevels[(size_t) track][(size_t) step]);
+    constexpr auto relaxed = std::memory_order_relaxed;
+    return pattern != nullptr && pattern == randomPattern.load(relaxed) && randomTracks[(size_t) track].load(relaxed) != 0 && !(randomThresholds[(size_t) track].load(relaxed) > randomLevels[(size_t) track][(size_t) step].load(relaxed));
 }
 
 int DrumMachineSeq::getRandomizedStep(int track, int step) const

@@ -2,11 +2,13 @@
 
 #include "parameters/InstrumentNames.h"
 #include "parameters/RelaxedAtomic.h"
+#include "sequencer/RandomGenerator.h"
 
 #include <juce_core/juce_core.h>
 
 #include <array>
 #include <atomic>
+#include <deque>
 #include <memory>
 
 class DrumMachine;
@@ -184,13 +186,22 @@ public:
     RelaxedAtomic<bool> hostPlaying{ false };
     RelaxedAtomic<bool> nativePlaying{ false };
 
-    // The randomizer's mask, set on the message thread (the thresholds by
-    // their parameters, on any thread) and read by the step players.
-    RelaxedAtomic<Pattern*> randomPattern{ nullptr };
-    RelaxedAtomic<bool> randomActive{ false };
-    std::array<RelaxedAtomic<juce::uint8>, numTracks> randomTracks{};
-    std::array<RelaxedAtomic<float>, numTracks> randomThresholds;
-    std::array<std::array<RelaxedAtomic<float>, 16>, numTracks> randomLevels;
+    // The randomizer's draws and the seeds of its earlier results (message thread).
+    RandomGenerator randomGenerator;
+    std::deque<juce::uint32> seedHistory;
+    std::deque<juce::uint32> stepRanks;
+
+    // The randomizer's mask, written on the message thread and read by the
+    // step players: relaxed atomics, each word read afresh. A step played
+    // while a result is being drawn may sound once unmasked.
+    std::atomic<Pattern*> randomPattern{ nullptr };
+    std::atomic<bool> randomActive{ false };
+    std::array<std::atomic<juce::uint8>, numTracks> randomTracks{};
+    std::array<std::atomic<float>, numTracks> randomThresholds;
+    std::array<std::array<std::atomic<float>, 16>, numTracks> randomLevels;
+
+    // No result: no track under the mask, every level -1.
+    void resetRandomizer();
 
     // A tap crosses from the message thread: the panel writes every track's
     // value, then raises tapRequested; the audio thread takes the flag and the

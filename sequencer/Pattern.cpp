@@ -57,6 +57,29 @@ void Pattern::clearSteps()
         track.fill(0);
 }
 
+void Pattern::rotateTrack(int track, bool left)
+{
+    // A part of length 0 has nothing to rotate, and one step rotates onto itself.
+    if (!isValid(track, 0) || length < 2)
+        return;
+
+    auto move = [this, track](int from, int to)
+    {
+        const int value = getStep(track, from);
+        setRawStep(track, to, (value & 1) != 0, (value & 2) != 0);
+    };
+
+    const int last = length - 1;
+    const int leaving = getStep(track, left ? 0 : last);
+    if (left)
+        for (int step = 0; step < last; ++step)
+            move(step + 1, step);
+    else
+        for (int step = last; step > 0; --step)
+            move(step - 1, step);
+    setRawStep(track, left ? last : 0, (leaving & 1) != 0, (leaving & 2) != 0);
+}
+
 juce::String Pattern::getTrackString(int track) const
 {
     const int count = length;

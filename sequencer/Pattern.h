@@ -66,6 +66,10 @@ public:
     void copyTrackFrom(const Pattern& source, int sourceTrack, int targetTrack);
     void clearTrack(int track);
     void clearSteps();
+    // Rotates a track by one step inside `length`, to the left (the first
+    // step re-enters at the end) or to the right; the steps beyond `length`
+    // stay where they are, and both bytes of each step move unchanged.
+    void rotateTrack(int track, bool left);
 
     // The track in step notation, exactly `length` characters.
     juce::String getTrackString(int track) const;

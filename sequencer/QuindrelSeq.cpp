@@ -268,6 +268,28 @@ void QuindrelSeq::setEditedTempo(double tempo)
         editedNativeVariation().setTempo(tempo);
 }
 
+void QuindrelSeq::shiftTrackLeft(int track, int)
+{
+    shiftTrack(track, true);
+}
+
+void QuindrelSeq::shiftTrackRight(int track, int)
+{
+    shiftTrack(track, false);
+}
+
+void QuindrelSeq::shiftTrack(int track, bool left)
+{
+    auto& pattern = editedPattern();
+    if (track != -1)
+    {
+        pattern.rotateTrack(track, left);
+        return;
+    }
+    for (int t = 0; t < numTracks; ++t)
+        pattern.rotateTrack(t, left);
+}
+
 void QuindrelSeq::clearTrack(int track)
 {
     if (track >= numTracks)
@@ -355,6 +377,38 @@ void QuindrelSeq::setPatternName(int index, const juce::String& name, int type)
     {
         nativePatterns[(size_t) index].setName(name);
     }
+}
+
+//==============================================================================
+void QuindrelSeq::backupForRandom(Pattern* pattern)
+{
+    if (pattern != nullptr)
+        randomBackup = *pattern;
+}
+
+void QuindrelSeq::restoreTrack(Pattern* pattern, int track)
+{
+    if (pattern != nullptr)
+        pattern->copyTrackFrom(randomBackup, track, track);
+}
+
+void QuindrelSeq::clearStepIn(Pattern* pattern, int track, int step)
+{
+    if (pattern != nullptr)
+        pattern->setRawStep(track, step, false, false);
+}
+
+void QuindrelSeq::setStepIn(Pattern* pattern, int track, int step)
+{
+    // Plain on even on the accent track, which plays the same.
+    if (pattern != nullptr)
+        pattern->setRawStep(track, step, true, false);
+}
+
+void QuindrelSeq::setAccentedStepIn(Pattern* pattern, int track, int step)
+{
+    if (pattern != nullptr)
+        pattern->setRawStep(track, step, true, true);
 }
 
 //==============================================================================

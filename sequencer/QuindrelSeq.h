@@ -106,6 +106,10 @@ public:
     void setEditedScale(int scale) override { editedPattern().setScale(scale); }
     int getStep(int track, int step) const override { return editedPattern().getStep(track, step); }
     void setStep(int track, int step, int value) override { editedPattern().setStep(track, step, value); }
+    // One step inside the edited pattern's length; track -1 shifts all 18.
+    // The count is not used: a press shifts by one.
+    void shiftTrackLeft(int track, int count) override;
+    void shiftTrackRight(int track, int count) override;
     void clearTrack(int track) override;
     void clearPattern() override { editedPattern().clearSteps(); }
     void copyTrack(int track) override { trackClipboard.copyTrackFrom(editedPattern(), track, track); }
@@ -119,6 +123,14 @@ public:
     bool editStartPattern() override;
     juce::String getPatternName(int index, int type) const override;
     void setPatternName(int index, const juce::String& name, int type) override;
+
+    // The randomizer's writes (message thread): the backup taken on entry,
+    // a track restored from it, and single steps written byte by byte.
+    void backupForRandom(Pattern* pattern) override;
+    void restoreTrack(Pattern* pattern, int track) override;
+    void clearStepIn(Pattern* pattern, int track, int step) override;
+    void setStepIn(Pattern* pattern, int track, int step) override;
+    void setAccentedStepIn(Pattern* pattern, int track, int step) override;
 
     int getEditedHostPattern() const { return editedHostPattern; }
     int getEditedNativePattern() const { return editedNativePattern; }
@@ -178,6 +190,7 @@ private:
     const Pattern& editedPattern() const;
     Variation& editedNativeVariation();
     const Variation& editedNativeVariation() const;
+    void shiftTrack(int track, bool left);
 
     const Pattern& playingHost() const { return hostPatterns[(size_t) hostPattern]; }
     const Variation& playingVariation() const { return nativePatterns[(size_t) nativePattern].getVariation(nativeVariation); }

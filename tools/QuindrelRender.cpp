@@ -65,6 +65,17 @@ bool writeMidiFile(const juce::File& file, const std::vector<RenderSession::Time
     return temporary.overwriteTargetFileWithTemporary();
 }
 
+bool writePng(const juce::File& file, const juce::Image& image)
+{
+    juce::TemporaryFile temporary(file);
+    {
+        auto stream = temporary.getFile().createOutputStream();
+        if (stream == nullptr || !image.isValid() || !juce::PNGImageFormat().writeImageToStream(image, *stream))
+            return false;
+    }
+    return temporary.overwriteTargetFileWithTemporary();
+}
+
 bool writeEvents(const juce::File& file, const std::vector<RenderSession::TimedMessage>& messages)
 {
     juce::String text;
@@ -137,7 +148,15 @@ int main(int argc, char* argv[])
 
     const int firstChannel = 0;
     const int numChannels = options.allOutputs ? result.audio.getNumChannels() : result.mainChannels;
-    if (!writeWav(options.output, result.audio, firstChannel, numChannels, options.sampleRate))
+    if (options.snapshot != juce::File() && !writePng(options.snapshot, result.snapshot))
+    {
+        std::cerr << "quindrel-render: could not write " << options.snapshot.getFullPathName() << "\n";
+        return exitFailure;
+    }
+    if (options.snapshot != juce::File())
+        std::cout << options.snapshot.getFullPathName() << ": panel of " << result.snapshot.getWidth() << " by "
+                  << result.snapshot.getHeight() << " pixels\n";
+    if (options.output != juce::File() && !writeWav(options.output, result.audio, firstChannel, numChannels, options.sampleRate))
     {
         std::cerr << "quindrel-render: could not write " << options.output.getFullPathName() << "\n";
         return exitFailure;
@@ -153,6 +172,7 @@ int main(int argc, char* argv[])
         return exitFailure;
     }
 
-    printSummary(result, firstChannel, numChannels, options.sampleRate, options.output);
+    if (options.output != juce::File())
+        printSummary(result, firstChannel, numChannels, options.sampleRate, options.output);
     return 0;
 }

@@ -5,6 +5,7 @@
 #include <cmath>
 
 const char* const renderUsage = R"(usage: quindrel-render [options] -o OUT.wav
+       quindrel-render [options] --snapshot PANEL.png
 
 Plays Quindrel as a host would, with no window, and writes what it gives back.
 
@@ -31,9 +32,21 @@ Plays Quindrel as a host would, with no window, and writes what it gives back.
   --ccmap FILE             load a MIDI control map before rendering
   --settings FILE          read the user settings from FILE (never written);
                            by default the built-in defaults
+  --script FILE            timed user actions, one a line, fields separated by
+                           tabs: "SECONDS event EVENT NAME" or "SECONDS param
+                           PARAMETER NAME NORMALISED VALUE", each applied at the
+                           start of the block that holds its time ('#' starts
+                           a comment); the length covers the last line
+  --random-seed N          seed the randomizer with N (1-4294967295) instead of
+                           the clock, so that a scripted render repeats
   --midi-out OUT.mid       write the MIDI the plug-in generates
   --events-out OUT.tsv     write each generated MIDI event as a line
                            "sample<TAB>status<TAB>data1<TAB>data2"
+  --snapshot FILE.png      open the panel for the whole render, as a host with
+                           its window open, and write a picture of it at the
+                           end; script events then act as clicks on the panel
+  --skin DIR               take skin.xml and its images from DIR instead of
+                           the built-in ones
   -h, --help               this text
 )";
 
@@ -145,17 +158,48 @@ RenderOptions parseRenderOptions(const juce::ArgumentList& args)
             options.controlMap = inputFile(value(), "MIDI control map");
         else if (name == "--settings")
             options.settings = inputFile(value(), "settings file");
+        else if (name == "--script")
+            options.script = inputFile(value(), "script");
+        else if (name == "--random-seed")
+        {
+            const auto text = value();
+            const double seed = parseNumber(text, "random seed", 1.0, 4294967295.0);
+            if (seed != std::floor(seed))
+                throw BadInput(("random seed must be a whole number: \"" + text + "\"").toStdString());
+            options.randomSeed = (juce::uint32) seed;
+        }
         else if (name == "--midi-out")
             options.midiOut = outputFile(value());
         else if (name == "--events-out")
             options.eventsOut = outputFile(value());
+        else if (name == "--snapshot")
+        {
+            options.snapshot = outputFile(value());
+            if (!options.snapshot.hasFileExtension("png"))
+                throw BadInput(("--snapshot writes a .png file, not " + options.snapshot.getFileName()).toStdString());
+        }
+        else if (name == "--skin")
+        {
+            options.skinDirectory = juce::File::getCurrentWorkingDirectory().getChildFile(value());
+            if (!options.skinDirectory.isDirectory())
+                throw BadInput(("skin folder not found: " + options.skinDirectory.getFullPathName()).toStdString());
+            const auto skinFile = options.skinDirectory.getChildFile("skin.xml");
+            if (!skinFile.existsAsFile())
+                throw BadInput(("no skin.xml in " + options.skinDirectory.getFullPathName()).toStdString());
+            juce::XmlDocument document(skinFile);
+            const auto root = document.getDocumentElement();
+            if (root == nullptr)
+                throw BadInput((skinFile.getFullPathName() + " is not XML: " + document.getLastParseError()).toStdString());
+            if (!root->hasTagName("PluginEditor"))
+                throw BadInput((skinFile.getFullPathName() + " has the root " + root->getTagName() + ", not PluginEditor").toStdString());
+        }
         else if (arg.isOption())
             throw BadInput(("unknown option " + arg.text).toStdString());
         else
             throw BadInput(("unexpected argument \"" + arg.text + "\"").toStdString());
     }
 
-    if (!options.help && !haveOutput)
-        throw BadInput("no output file given (-o OUT.wav)");
+    if (!options.help && !haveOutput && options.snapshot == juce::File())
+        throw BadInput("no output file given (-o OUT.wav or --snapshot PANEL.png)");
     return options;
 }

@@ -20,9 +20,13 @@ struct RenderOptions
     juce::File midiOut, eventsOut, settings;
     juce::Array<juce::File> patternBanks;
     juce::File controlMap;
-    std::optional<int> nativePattern;  // 1 to 16, as the step buttons choose
-    std::optional<int> hostPatternKey; // 12 to 107
+    std::optional<int> nativePattern;       // 1 to 16, as the step buttons choose
+    std::optional<int> hostPatternKey;      // 12 to 107
+    juce::File script;                      // timed user actions, one a line
+    std::optional<juce::uint32> randomSeed; // the randomizer's seed instead of the clock
     juce::File output;
+    juce::File snapshot;      // a PNG of the panel at the end; empty: no panel
+    juce::File skinDirectory; // skin.xml and its images from here, not built in
     bool help = false;
 };
 

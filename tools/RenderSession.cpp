@@ -1,5 +1,8 @@
 #include "RenderSession.h"
 
+#include "editor/BasePluginEditor.h"
+#include "editor/PluginEditorWindow.h"
+#include "editor/ResourceLoader.h"
 #include "parameters/MidiControl.h"
 #include "plugin/Quindrel.h"
 
@@ -77,6 +80,17 @@ juce::int64 toSample(double seconds, double sampleRate)
 {
     return (juce::int64) std::floor(seconds * sampleRate + 0.5);
 }
+
+// Delivers what waits in the message queue (asynchronous parameter updates
+// among it), as a host's message loop would between two blocks.
+void deliverPendingUpdates()
+{
+    auto delivered = std::make_shared<bool>(false);
+    juce::MessageManager::callAsync([delivered]
+                                    { *delivered = true; });
+    while (!*delivered)
+        juce::MessageManager::getInstance()->runDispatchLoopUntil(1);
+}
 } // namespace
 
 RenderSession::RenderSession(const RenderOptions& optionsToUse)
@@ -85,8 +99,18 @@ RenderSession::RenderSession(const RenderOptions& optionsToUse)
     if (options.midiIn != juce::File())
         readMidiFile();
 
+    if (options.script != juce::File())
+    {
+        script = RenderScript::read(options.script);
+        if (!options.seconds.has_value())
+            lengthSeconds = juce::jmax(lengthSeconds, script.getLastTime() + 2.0);
+    }
+
     if (options.seconds.has_value())
+    {
         lengthSeconds = *options.seconds;
+        script.checkFitsIn(lengthSeconds);
+    }
 }
 
 void RenderSession::readMidiFile()
@@ -122,6 +146,9 @@ RenderSession::Result RenderSession::run()
     paths.settingsFile = options.settings;
     paths.writeSettings = false;
     auto plugin = Quindrel::createInstance(paths, options.outputType);
+    script.resolve(*plugin);
+    if (options.randomSeed.has_value())
+        plugin->getSequencer()->randomGenerator.seed(*options.randomSeed);
 
     const bool patternOption = options.nativePattern.has_value() || options.hostPatternKey.has_value() || !options.patternBanks.isEmpty();
     const bool sequencerOn = options.sequencer.value_or(!(options.midiIn != juce::File() && !patternOption));
@@ -148,6 +175,14 @@ RenderSession::Result RenderSession::run()
         events.insert(events.begin(), { 0, juce::MidiMessage::noteOn(1, *options.hostPatternKey, (juce::uint8) 100) });
     }
 
+    // The panel is open for the whole render, as a host's window would be.
+    std::unique_ptr<juce::AudioProcessorEditor> editor;
+    if (options.snapshot != juce::File())
+    {
+        setSkinDirectory(options.skinDirectory);
+        editor.reset(plugin->createEditorIfNeeded());
+    }
+
     RenderPlayHead playHead(options.tempo, options.sampleRate);
     if (options.transport)
         plugin->setPlayHead(&playHead);
@@ -165,6 +200,12 @@ RenderSession::Result RenderSession::run()
     juce::AudioBuffer<float> block(channels, options.blockSize);
     juce::MidiBuffer midi;
     size_t nextEvent = 0;
+    // Script events go straight to the plug-in, or with the panel open, as a
+    // click on a control bound to them: the panel's own events first.
+    ScriptPlayer player(script, *plugin, options.sampleRate);
+    if (auto* window = dynamic_cast<PluginEditorWindow*>(editor.get()))
+        player.fireEvent = [&panel = window->getEditor()](int uid)
+        { panel.performEvent(uid); };
 
     const auto started = juce::Time::getMillisecondCounterHiRes();
 
@@ -180,6 +221,9 @@ RenderSession::Result RenderSession::run()
             midi.addEvent(event.message, (int) juce::jmax((juce::int64) 0, event.sample - start));
         }
 
+        if (player.applyUntil(start + length))
+            deliverPendingUpdates();
+
         playHead.samplePosition = start;
         plugin->processBlock(block, midi);
 
@@ -192,6 +236,16 @@ RenderSession::Result RenderSession::run()
     result.renderSeconds = (juce::Time::getMillisecondCounterHiRes() - started) / 1000.0;
     plugin->releaseResources();
     plugin->setPlayHead(nullptr);
+
+    if (editor != nullptr)
+    {
+        // Twice: the panel's answer to an update may raise another.
+        deliverPendingUpdates();
+        deliverPendingUpdates();
+        result.snapshot = editor->createComponentSnapshot(editor->getLocalBounds(), true, 1.0f);
+        editor.reset();
+        setSkinDirectory({});
+    }
 
     // Without the internal sequencer the plug-in passes its input through:
     // only the notes it generated itself count as its output.

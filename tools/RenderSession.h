@@ -1,8 +1,10 @@
 #pragma once
 
 #include "RenderOptions.h"
+#include "RenderScript.h"
 
 #include <juce_audio_basics/juce_audio_basics.h>
+#include <juce_graphics/juce_graphics.h>
 
 #include <vector>
 
@@ -25,11 +27,15 @@ public:
         int mainChannels = 2;           // the channels of the first output: 2, or 1 with mono outputs
         std::vector<TimedMessage> generated;
         double renderSeconds = 0.0;
+        juce::Image snapshot; // the panel at the end, when asked for
     };
 
-    // Throws BadInput if the MIDI file is not one, or an input file is not of its kind.
+    // Throws BadInput if the MIDI file is not one, a script line is not of
+    // its form, or an input file is not of its kind.
     explicit RenderSession(const RenderOptions& options);
 
+    // Throws BadInput, before anything renders, for a name in the script
+    // that the plug-in does not have.
     Result run();
 
     double getLengthInSeconds() const { return lengthSeconds; }
@@ -39,5 +45,6 @@ private:
 
     const RenderOptions& options;
     std::vector<TimedMessage> input;
+    RenderScript script;
     double lengthSeconds = 8.0;
 };

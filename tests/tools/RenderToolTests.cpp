@@ -47,7 +47,21 @@ TEST(ToolsRender, BadInputExitsWithTwoAndLeavesNoFile)
     const auto garbage = folder.getChildFile("garbage.mid");
     garbage.replaceWithText("this is not a MIDI file");
 
+    auto script = [&folder](const char* name, const char* text)
+    {
+        const auto file = folder.getChildFile(name);
+        file.replaceWithText(text);
+        return file.getFullPathName();
+    };
+    const auto unknownEvent = script("event.tsv", "0\tevent\tToggle Randomizer\n# a comment\n1\tevent\tNxt\n");
+
     const juce::StringArray cases[] = {
+        { "--script", unknownEvent, "-o", wav.getFullPathName() },
+        { "--script", script("param.tsv", "0\tparam\tBass Drum Rand Treshold\t0.5\n"), "-o", wav.getFullPathName() },
+        { "--script", script("value.tsv", "0\tparam\tBass Drum Rand Threshold\t1.5\n"), "-o", wav.getFullPathName() },
+        { "--script", script("form.tsv", "0 event Next\n"), "-o", wav.getFullPathName() },
+        { "--script", script("late.tsv", "3\tevent\tNext\n"), "--seconds", "2", "-o", wav.getFullPathName() },
+        { "--random-seed", "0", "-o", wav.getFullPathName() },
         { "--midi", folder.getChildFile("missing.mid").getFullPathName(), "-o", wav.getFullPathName() },
         { "--midi", garbage.getFullPathName(), "-o", wav.getFullPathName() },
         { "--frobnicate", "-o", wav.getFullPathName() },
@@ -67,6 +81,38 @@ TEST(ToolsRender, BadInputExitsWithTwoAndLeavesNoFile)
         EXPECT_TRUE(run.output.contains("quindrel-render:")) << run.output;
         EXPECT_FALSE(wav.exists()) << arguments.joinIntoString(" ");
     }
+    EXPECT_TRUE(render({ "--script", unknownEvent, "-o", wav.getFullPathName() }).output.contains("line 3")) << "the line of the unknown name";
+    folder.deleteRecursively();
+}
+
+TEST(ToolsRender, AScriptedRenderWithASeedRepeats)
+{
+    const auto folder = juce::File::createTempFile("render-script");
+    folder.createDirectory();
+    const auto script = folder.getChildFile("session.tsv");
+    script.replaceWithText("0\tevent\tToggle Pattern Write Mode\n"
+                           "0\tevent\tClear All Instruments\n"
+                           "0\tevent\tToggle Randomizer\n"
+                           "0\tevent\tNext\n"
+                           "1.5\tparam\tBass Drum Rand Threshold\t0.7\n"
+                           "2\tevent\tNext\n"
+                           "3\tevent\tAccept\n");
+
+    auto renderWithSeed = [&](const char* seed)
+    {
+        const auto wav = folder.getChildFile(juce::String(seed) + ".wav");
+        const auto run = render({ "--script", script.getFullPathName(), "--random-seed", seed, "--native-pattern", "1", "-o", wav.getFullPathName() });
+        EXPECT_EQ(run.exitCode, 0) << run.output;
+        juce::MemoryBlock audio;
+        wav.loadFileAsData(audio);
+        wav.deleteFile();
+        return audio;
+    };
+
+    const auto first = renderWithSeed("4357");
+    EXPECT_GT(first.getSize(), 48000u * 5 * 4) << "the length covers the script";
+    EXPECT_TRUE(first == renderWithSeed("4357")) << "the same seed and script give the same audio";
+    EXPECT_FALSE(first == renderWithSeed("4358"));
     folder.deleteRecursively();
 }
 

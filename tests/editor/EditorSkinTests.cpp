@@ -1,0 +1,231 @@
+// Building the panel from a skin: sizes, stacking, frames, links and actions,
+// and the generic grid when there is no skin.
+
+#include "EditorTestSupport.h"
+
+#include "editor/GFXAnimation.h"
+#include "editor/GFXButton.h"
+#include "editor/GFXKnob.h"
+#include "editor/GFXMultiStateButton.h"
+#include "editor/GFXToggleButton.h"
+#include "plugin/Resources.h"
+
+using namespace editortest;
+
+TEST(EditorSkin, EmptySkinGivesTheBackgroundAloneAndAnotherRootGivesNothing)
+{
+    {
+        TestSkin skin;
+        skin.writeBackground(300, 200);
+        skin.writeSkin("");
+        OpenPanel panel;
+
+        auto& editor = panel.editor();
+        EXPECT_TRUE(editor.isSkinLoaded());
+        EXPECT_TRUE(editor.getControls().isEmpty());
+        EXPECT_EQ(editor.getNumDefaultControls(), 0);
+        EXPECT_EQ(editor.findControl("MidiLearnButton"), nullptr);
+        EXPECT_EQ(editor.getMidiLearnButton(), nullptr);
+        EXPECT_EQ(editor.getPanelHeight(), 200);
+        EXPECT_EQ(editor.getWidth(), 300);
+        EXPECT_EQ(editor.getHeight(), 200 + editor.getStatusBar()->getHeight());
+        EXPECT_EQ(panel.window->getBounds(), editor.getBounds()) << "the host's window follows the panel";
+        EXPECT_EQ(panel.window->createComponentSnapshot({ 0, 0, 300, 200 }).getPixelAt(150, 100), backgroundColour);
+    }
+    {
+        TestSkin skin;
+        skin.writeBackground(300, 200);
+        skin.writeStrip("Knob.png", 20, 20, 3);
+        skin.writeSkin("<Knob name=\"K\"><gfx resource=\"Knob.png\" framesNum=\"3\"/></Knob>", "Skin");
+        OpenPanel panel;
+
+        EXPECT_TRUE(panel.editor().isSkinLoaded()) << "the text was XML";
+        EXPECT_TRUE(panel.editor().getControls().isEmpty());
+        EXPECT_EQ(panel.editor().getNumDefaultControls(), 0) << "no grid either";
+        EXPECT_EQ(panel.editor().getPanelHeight(), BasePluginEditor::defaultHeight);
+    }
+}
+
+TEST(EditorSkin, WithoutSkinTheGridHoldsEveryHostParameterAndWorks)
+{
+    for (const auto* text : { "", "<PluginEditor><Knob" })
+    {
+        TestSkin skin;
+        if (juce::String(text).isNotEmpty())
+            skin.getFolder().getChildFile("skin.xml").replaceWithText(text);
+        OpenPanel panel;
+        auto& editor = panel.editor();
+
+        ASSERT_FALSE(editor.isSkinLoaded());
+        EXPECT_EQ(editor.getNumDefaultControls(), panel.plugin->getNumHostParameters());
+        EXPECT_EQ(editor.getWidth(), BasePluginEditor::defaultWidth);
+
+        // Every control lies inside the panel, none over another.
+        juce::Array<juce::Rectangle<int>> seen;
+        for (int id = 0; id < panel.plugin->getNumHostParameters(); ++id)
+        {
+            auto* component = editor.findControl(panel.plugin->getParameterManager().getName(id));
+            ASSERT_NE(component, nullptr) << id;
+            EXPECT_TRUE(juce::Rectangle<int>(editor.getWidth(), editor.getPanelHeight()).contains(component->getBounds())) << id;
+            for (const auto& other : seen)
+                EXPECT_FALSE(other.intersects(component->getBounds())) << id;
+            seen.add(component->getBounds());
+        }
+
+        // A knob of the grid turns its parameter; a mute is a toggle.
+        auto& level = panel.control<GFXKnob>("Bass Drum Level");
+        drag(level, { 25, 60 }, { { 25, 35 } });
+        EXPECT_NEAR(panel.parameter("Bass Drum Level").getNormalised(), 0.6, 1e-6);
+        click(panel.control<GFXToggleButton>("Snare Drum Mute"));
+        EXPECT_TRUE(panel.parameter("Snare Drum Mute").getBool());
+        EXPECT_EQ(editor.getStatusBar()->getMessage(), "Snare Drum Mute: " + panel.plugin->getParameterDisplayText(60));
+    }
+}
+
+TEST(EditorSkin, EarlierControlsStackOnTopInFrontOfTheStatusBarAndBehindWindows)
+{
+    TestSkin skin;
+    skin.writeBackground(200, 100);
+    skin.writeStrip("A.png", 40, 40, 1);
+    skin.writeStrip("B.png", 40, 40, 1);
+    skin.writeSkin("<Knob name=\"First\"><gfx resource=\"A.png\"/><pos left=\"10\" top=\"10\"/></Knob>"
+                   "<Knob name=\"Second\"><gfx resource=\"B.png\"/><pos left=\"10\" top=\"10\"/></Knob>");
+    OpenPanel panel;
+    auto& editor = panel.editor();
+
+    EXPECT_EQ(editor.getComponentAt(30, 30), editor.findControl("First"));
+    EXPECT_LT(editor.getIndexOfChildComponent(editor.getStatusBar()), editor.getIndexOfChildComponent(editor.findControl("Second")));
+
+    editor.performEvent(BasePluginEditor::optionsEvent);
+    EXPECT_TRUE(editor.getOptionsWindow()->isShown());
+    EXPECT_FALSE(editor.getComponentAt(30, 30) == editor.findControl("First")) << "the window's cover takes the click";
+}
+
+TEST(EditorSkin, FrameCountsComeFromStatesAndStyleAndOddRowsAreNeverDrawn)
+{
+    TestSkin skin;
+    skin.writeBackground(400, 200);
+    skin.writeStrip("Two.png", 20, 10, 2);
+    skin.writeStrip("Three3D.png", 20, 10, 6);
+    skin.writeStrip("Digit.png", 27, 34, 12, 2); // 410 rows for 12 frames
+    skin.writeSkin("<MultiStateButton name=\"One\" states=\"1\"><gfx resource=\"Two.png\" framesNum=\"9\"/></MultiStateButton>"
+                   "<MultiStateButton name=\"Three\" states=\"3\" style=\"3D\"><gfx resource=\"Three3D.png\" framesNum=\"2\"/>"
+                   "<pos left=\"30\"/></MultiStateButton>"
+                   "<Animation name=\"Digit\"><gfx resource=\"Digit.png\" framesNum=\"12\"/><pos left=\"60\"/></Animation>");
+    OpenPanel panel;
+
+    auto& one = panel.control<GFXMultiStateButton>("One");
+    EXPECT_EQ(one.getStatesNum(), 2);
+    EXPECT_EQ(one.getFrameHeight(), 10);
+
+    auto& three = panel.control<GFXMultiStateButton>("Three");
+    EXPECT_EQ(three.getFrameHeight(), 10) << "six frames, whatever framesNum says";
+    three.setCurrentState(2);
+    EXPECT_EQ(shownFrame(three), 4);
+
+    auto& digit = panel.control<GFXAnimation>("Digit");
+    EXPECT_EQ(digit.getHeight(), 34);
+    digit.setFrame(11);
+    const auto picture = digit.createComponentSnapshot(digit.getLocalBounds());
+    EXPECT_EQ(frameOf(picture.getPixelAt(3, 33)), 11) << "the last frame ends before the leftover rows";
+}
+
+TEST(EditorSkin, LinksAndActionsBindByNameAndSkipWhatTheyDoNotKnow)
+{
+    TestSkin skin;
+    skin.writeBackground(400, 200);
+    skin.writeStrip("Knob.png", 20, 20, 11);
+    skin.writeStrip("Button.png", 20, 10, 2);
+    skin.writeSkin("<Knob name=\"Twice\"><links><link as=\"connectedTo\" param=\"Bass Drum Level\"/>"
+                   "<link as=\"connectedTo\" param=\"Snare Drum Level\"/></links><gfx resource=\"Knob.png\" framesNum=\"11\"/></Knob>"
+                   "<Knob name=\"Other\"><links><link as=\"drives\" param=\"Bass Drum Level\"/>"
+                   "<link as=\"connectedTo\" param=\"No Such Parameter\"/></links><gfx resource=\"Knob.png\" framesNum=\"11\"/>"
+                   "<pos left=\"40\"/></Knob>"
+                   "<Button name=\"Options\"><actions><action type=\"onClick\" event=\"Options\"/>"
+                   "<action type=\"onClickWithCtrl\" event=\"No Such Event\"/></actions><gfx resource=\"Button.png\" framesNum=\"2\"/>"
+                   "<pos left=\"80\"/></Button>"
+                   "<Knob name=\"Missing\"><gfx resource=\"Nothing.png\" framesNum=\"11\"/><size width=\"33\" height=\"44\"/></Knob>");
+    OpenPanel panel;
+
+    auto& twice = panel.control<GFXKnob>("Twice");
+    EXPECT_EQ(twice.getParameter(), &panel.parameter("Snare Drum Level"));
+    panel.parameter("Bass Drum Level").setNormalised(1.0f, true);
+    panel.parameter("Snare Drum Level").setNormalised(0.3f, true);
+    pump();
+    EXPECT_EQ(shownFrame(twice), 3) << "it follows only the second link";
+
+    auto& other = panel.control<GFXKnob>("Other");
+    EXPECT_EQ(other.getParameter(), nullptr);
+    drag(other, { 10, 10 }, { { 10, -40 } });
+    EXPECT_NEAR(other.getValue(), 0.2, 1e-9) << "an unlinked knob turns";
+    EXPECT_EQ(panel.parameter("Bass Drum Level").getNormalised(), 1.0) << "but writes nothing";
+    EXPECT_TRUE(panel.editor().getStatusBar()->getMessage().isEmpty());
+
+    auto& options = panel.control<GFXButton>("Options");
+    EXPECT_EQ(options.getCtrlClickEventUid(), -1);
+    EXPECT_EQ(options.getTooltip(), "Options");
+    click(options, withCtrl());
+    EXPECT_FALSE(panel.editor().getOptionsWindow()->isShown()) << "a Ctrl click never falls back to the plain event";
+    click(options);
+    EXPECT_TRUE(panel.editor().getOptionsWindow()->isShown());
+
+    auto& missing = panel.control<GFXKnob>("Missing");
+    EXPECT_EQ(missing.getBounds(), juce::Rectangle<int>(0, 0, 33, 44)) << "no image: size from the skin, position (0, 0)";
+}
+
+TEST(EditorSkin, ThePlugInMayAskForADebugPanelInTheBottomRightCorner)
+{
+    struct DebugQuindrel : Quindrel
+    {
+        using Quindrel::Quindrel;
+        bool useDebugParameters() const override { return true; }
+    };
+    TestSkin skin;
+    skin.writeBackground(900, 575);
+    skin.writeSkin("");
+    auto plugin = Quindrel::createInstance<DebugQuindrel>(PluginPaths{});
+    std::unique_ptr<PluginEditorWindow> window(dynamic_cast<PluginEditorWindow*>(plugin->createEditor()));
+
+    auto* debugPanel = window->getEditor().findControl("DebugPanel");
+    ASSERT_NE(debugPanel, nullptr);
+    EXPECT_EQ(debugPanel->getBounds(), juce::Rectangle<int>(290, 425, 600, 140));
+    auto* button = dynamic_cast<GFXButton*>(window->getEditor().findControl("Debug Button 0"));
+    ASSERT_NE(button, nullptr);
+    EXPECT_EQ(button->getClickEventUid(), BasePluginEditor::debugUidBase);
+    EXPECT_NE(window->getEditor().findControl("Debug Knob 5"), nullptr);
+}
+
+TEST(EditorSkin, TheBuiltInSkinBuildsEveryControlWhereItsSkinPutsIt)
+{
+    const auto xml = juce::parseXML(Resources::loadResourceText("skin.xml"));
+    if (xml == nullptr)
+        GTEST_SKIP() << "no skin built in";
+    juce::Image background;
+    ASSERT_TRUE(Resources::loadResourceImage(xml->getStringAttribute("background", "Background.png"), background));
+
+    OpenPanel panel;
+    auto& editor = panel.editor();
+    ASSERT_TRUE(editor.isSkinLoaded());
+    EXPECT_EQ(editor.getWidth(), background.getWidth());
+    EXPECT_EQ(editor.getPanelHeight(), background.getHeight());
+    EXPECT_EQ(editor.getControls().size(), xml->getNumChildElements());
+    EXPECT_NE(editor.getMidiLearnButton(), nullptr);
+    EXPECT_NE(editor.getMidiActivityLed(), nullptr);
+
+    for (const auto* element : xml->getChildIterator())
+    {
+        const auto name = element->getStringAttribute("name");
+        auto* controller = dynamic_cast<GUIController*>(editor.findControl(name));
+        ASSERT_NE(controller, nullptr) << name;
+        const auto bounds = controller->getComponent().getBounds();
+        if (const auto* pos = element->getChildByName("pos"))
+        {
+            EXPECT_EQ(bounds.getPosition(), juce::Point<int>(pos->getIntAttribute("left"), pos->getIntAttribute("top"))) << name;
+        }
+        if (const auto* size = element->getChildByName("size"))
+        {
+            EXPECT_EQ(bounds.getWidth(), size->getIntAttribute("width")) << name;
+        }
+        EXPECT_EQ(controller->getParameter() != nullptr, element->getChildByName("links") != nullptr) << name;
+    }
+}

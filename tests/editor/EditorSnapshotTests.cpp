@@ -1,0 +1,76 @@
+// quindrel-render --snapshot and --skin, as a skin's maker runs them.
+
+#include "EditorTestSupport.h"
+
+#include "plugin/Resources.h"
+
+using namespace editortest;
+
+namespace
+{
+struct Run
+{
+    int exitCode = -1;
+    juce::String output;
+};
+
+Run render(const juce::StringArray& arguments)
+{
+    juce::StringArray command{ QUINDREL_RENDER_PATH };
+    command.addArray(arguments);
+    juce::ChildProcess process;
+    Run run;
+    if (process.start(command))
+    {
+        run.output = process.readAllProcessOutput();
+        process.waitForProcessToFinish(60000);
+        run.exitCode = (int) process.getExitCode();
+    }
+    return run;
+}
+} // namespace
+
+TEST(EditorSnapshot, PaintsTheSkinFromAFolderWithTheValuesAtTheEnd)
+{
+    TestSkin skin;
+    setSkinDirectory({}); // the renderer is told the folder itself
+    skin.writeBackground(900, 700);
+    skin.writeStrip("Knob.png", 40, 40, 11);
+    skin.writeSkin(R"(<Knob name="Volume"><links><link as="connectedTo" param="Main Volume"/></links>
+  <gfx resource="Knob.png" framesNum="11"/><pos left="100" top="50"/></Knob>)");
+    const auto picture = skin.getFolder().getChildFile("panel.png");
+
+    const auto run = render({ "--seconds", "0.5", "--skin", skin.getFolder().getFullPathName(), "--snapshot", picture.getFullPathName() });
+    ASSERT_EQ(run.exitCode, 0) << run.output;
+    const auto image = juce::ImageFileFormat::loadFrom(picture);
+    ASSERT_TRUE(image.isValid());
+    EXPECT_EQ(image.getWidth(), 900);
+    EXPECT_GT(image.getHeight(), 700) << "the status bar under the panel";
+    EXPECT_EQ(image.getPixelAt(10, 10), backgroundColour);
+    EXPECT_EQ(frameOf(image.getPixelAt(120, 70)), 5) << "Main Volume starts at 0.5";
+
+    // A script's event goes through the panel: "Options" opens its window.
+    const auto script = skin.getFolder().getChildFile("options.txt");
+    script.replaceWithText("0.1\tevent\tOptions\n");
+    ASSERT_EQ(render({ "--seconds", "0.5", "--script", script.getFullPathName(), "--skin", skin.getFolder().getFullPathName(),
+                       "--snapshot", picture.getFullPathName() })
+                  .exitCode,
+              0);
+    EXPECT_LT(juce::ImageFileFormat::loadFrom(picture).getPixelAt(10, 10).getBrightness(), backgroundColour.getBrightness())
+        << "the panel dimmed behind the window";
+
+    // Without a folder: the built-in skin. A bad folder: one line, nothing written.
+    const auto builtIn = skin.getFolder().getChildFile("built-in.png");
+    ASSERT_EQ(render({ "--seconds", "0.1", "--snapshot", builtIn.getFullPathName() }).exitCode, 0);
+    juce::Image background;
+    if (Resources::loadResourceImage("Background.png", background))
+    {
+        EXPECT_EQ(juce::ImageFileFormat::loadFrom(builtIn).getWidth(), background.getWidth());
+    }
+
+    skin.getFolder().getChildFile("skin.xml").replaceWithText("<Skin/>");
+    const auto bad = render({ "--skin", skin.getFolder().getFullPathName(), "--snapshot", skin.getFolder().getChildFile("bad.png").getFullPathName() });
+    EXPECT_EQ(bad.exitCode, 2);
+    EXPECT_TRUE(bad.output.contains("not PluginEditor")) << bad.output;
+    EXPECT_FALSE(skin.getFolder().getChildFile("bad.png").exists());
+}

@@ -1,0 +1,176 @@
+// Windows, alerts and menus inside the panel, the editor's own events, and
+// the look that every machine draws the same.
+
+#include "EditorTestSupport.h"
+
+#include "editor/AlertWindow.h"
+#include "editor/GFXKnob.h"
+#include "editor/PopupMenuEx.h"
+
+using namespace editortest;
+
+namespace
+{
+struct WindowsPanel
+{
+    WindowsPanel()
+    {
+        skin.writeBackground(900, 600);
+        skin.writeStrip("Knob.png", 40, 40, 11);
+        skin.writeSkin(R"(<Knob name="Centre"><links><link as="connectedTo" param="Main Volume"/></links>
+  <gfx resource="Knob.png" framesNum="11"/><pos left="430" top="280"/></Knob>)");
+        panel = std::make_unique<OpenPanel>();
+    }
+
+    TestSkin skin;
+    std::unique_ptr<OpenPanel> panel;
+};
+} // namespace
+
+TEST(EditorWindows, AWindowCoversThePanelWhichGoesOnMovingBehindIt)
+{
+    WindowsPanel p;
+    auto& editor = p.panel->editor();
+    auto& knob = p.panel->control<GFXKnob>("Centre");
+    auto& options = *editor.getOptionsWindow();
+    const auto before = editor.createComponentSnapshot({ 5, 5, 1, 1 }).getPixelAt(0, 0);
+
+    editor.getStatusBar()->setMessage("a hint", 4);
+    editor.performEvent(BasePluginEditor::optionsEvent);
+    ASSERT_TRUE(options.isShown());
+    EXPECT_TRUE(editor.getStatusBar()->getMessage().isEmpty()) << "opening clears the status bar";
+    EXPECT_EQ(options.getBounds().getCentre(), juce::Point<int>(450, (600 + editor.getStatusBar()->getHeight()) / 2));
+
+    // The cover takes the clicks, dims the panel, and the panel still moves.
+    EXPECT_NE(editor.getComponentAt(5, 5), nullptr);
+    EXPECT_EQ(editor.getComponentAt(5, 5), &options.getCoveringWindow());
+    EXPECT_NE(editor.getComponentAt(450, 300), &knob);
+    EXPECT_LT(editor.createComponentSnapshot({ 5, 5, 1, 1 }).getPixelAt(0, 0).getBrightness(), before.getBrightness());
+    p.panel->parameter("Main Volume").setNormalised(1.0f, true);
+    pump();
+    EXPECT_EQ(shownFrame(knob), 10);
+
+    // Shown again it stays where it was moved; closed and shown, centred again.
+    options.setTopLeftPosition(5, 5);
+    editor.performEvent(BasePluginEditor::optionsEvent);
+    EXPECT_EQ(options.getPosition(), juce::Point<int>(5, 5));
+    auto* close = dynamic_cast<GFXButton*>(BasePluginEditor::findControl("CloseButton", options));
+    ASSERT_NE(close, nullptr);
+    click(*close);
+    EXPECT_FALSE(options.isShown());
+    EXPECT_EQ(editor.getComponentAt(450, 300), &knob);
+    editor.performEvent(BasePluginEditor::optionsEvent);
+    EXPECT_NE(options.getPosition(), juce::Point<int>(5, 5));
+
+    // A tab change clears a hint left by the page before.
+    options.getTabs().addTab("One", juce::Colours::grey, new juce::Component(), true);
+    options.getTabs().addTab("Two", juce::Colours::grey, new juce::Component(), true);
+    editor.getStatusBar()->setMessage("a page's hint", 4);
+    options.getTabs().setCurrentTabIndex(1);
+    EXPECT_TRUE(editor.getStatusBar()->getMessage().isEmpty());
+
+    editor.performEvent(BasePluginEditor::aboutEvent);
+    EXPECT_TRUE(editor.getAboutWindow()->isShown());
+    EXPECT_EQ(editor.getAboutWindow()->getWidth(), 640);
+
+    // On a panel lower than the window, the window fits in it, title bar and all.
+    options.close();
+    editor.setEditorSize(900, 500);
+    editor.performEvent(BasePluginEditor::optionsEvent);
+    EXPECT_TRUE(editor.getLocalBounds().contains(options.getBounds()));
+}
+
+TEST(EditorWindows, WithoutAPanelAWindowIsAPlainChild)
+{
+    juce::Component plain;
+    plain.setSize(300, 300);
+    WindowComponent window("Loose");
+    window.setSize(100, 100);
+    plain.addChildComponent(window);
+
+    window.showCentred();
+    EXPECT_TRUE(window.isVisible());
+    EXPECT_FALSE(window.isAttached());
+    EXPECT_EQ(window.getParentComponent(), &plain);
+    window.close();
+    EXPECT_FALSE(window.isVisible());
+}
+
+TEST(EditorWindows, AlertAndMenuAnswerInsideThePanel)
+{
+    WindowsPanel p;
+    auto& editor = p.panel->editor();
+
+    struct Caller : K44::AlertWindow::Caller
+    {
+        void alertWindowClosed(K44::AlertWindow&, int answer) override { result = answer; }
+        int result = -1;
+    } caller;
+    K44::AlertWindow alert("Midi Control", "Do you really want to clear all assignations?", &caller);
+    alert.addButton("Yes", 1);
+    alert.addButton("No", 0);
+    editor.addChildComponent(alert);
+    alert.showCentred();
+    ASSERT_TRUE(alert.isShown());
+    EXPECT_GT(alert.getButton(1)->getX(), alert.getButton(0)->getRight());
+    click(*alert.getButton(1));
+    EXPECT_EQ(caller.result, 0);
+    EXPECT_FALSE(alert.isShown());
+
+    // A menu opens beside the control it belongs to and stays in the panel.
+    struct Picker : PopupMenuEx::Listener
+    {
+        void menuItemSelected(PopupMenuEx&, int id) override { picked.add(id); }
+        juce::Array<int> picked;
+    } picker;
+    auto& knob = p.panel->control<GFXKnob>("Centre");
+    PopupMenuEx menu;
+    menu.addItem("Load pattern", 0);
+    menu.addItem("Load pattern bank", 1);
+    menu.addListener(&picker);
+    menu.show(&knob, { -30, 0 });
+    ASSERT_TRUE(menu.isShown());
+    EXPECT_EQ(menu.getComponent().getPosition(), juce::Point<int>(400, 280));
+    EXPECT_FALSE(menu.getComponent().dimsBackground());
+
+    auto& rows = menu.getComponent().getWindow();
+    rows.mouseUp(mouseAt(rows, { 20, 2 + 1.5f * PopupMenuEx::Window::rowHeight }, {}, {}));
+    EXPECT_EQ(picker.picked, juce::Array<int>({ 1 }));
+    EXPECT_FALSE(menu.isShown());
+
+    menu.show(&knob, { 10000, 10000 });
+    EXPECT_TRUE(editor.getLocalBounds().contains(menu.getComponent().getBounds())) << "kept inside the panel";
+    auto& cover = menu.getComponent().getCoveringWindow();
+    cover.mouseDown(mouseAt(cover, { 3, 3 }, { 3, 3 }));
+    EXPECT_FALSE(menu.isShown()) << "a click beside a menu closes it";
+    EXPECT_EQ(picker.picked.size(), 1);
+
+    ComboBoxEx box;
+    EXPECT_EQ(box.getText(), "---");
+    box.addItem("Output 3", 3);
+    box.setSelectedId(3, false);
+    EXPECT_EQ(box.getText(), "Output 3");
+}
+
+TEST(EditorWindows, LearnToggledOnThePanelPicksTheNextControlTouched)
+{
+    WindowsPanel p;
+    auto& editor = p.panel->editor();
+    auto& midiControl = p.panel->plugin->getMidiControl();
+
+    editor.performEvent(BasePluginEditor::toggleMidiLearnEvent);
+    EXPECT_TRUE(midiControl.isLearnMode());
+    auto& knob = p.panel->control<GFXKnob>("Centre");
+    drag(knob, { 20, 20 }, { { 20, 10 } });
+    EXPECT_EQ(midiControl.getLearnParameter(), &p.panel->parameter("Main Volume"));
+    editor.performEvent(BasePluginEditor::toggleMidiLearnEvent);
+    EXPECT_FALSE(midiControl.isLearnMode());
+}
+
+TEST(EditorWindows, ThePanelDrawsWithItsOwnFont)
+{
+    const auto font = DefaultLookAndFeel::getPanelFont(13.0f);
+    EXPECT_EQ(font.getTypefaceName(), "DejaVu Sans") << "the embedded face, not whatever the machine has";
+    EXPECT_EQ(font.getTypefaceStyle(), "Condensed");
+    EXPECT_EQ(DefaultLookAndFeel::getPanelFont(13.0f, true).getTypefaceStyle(), "Condensed Bold");
+}
