@@ -10,7 +10,7 @@ PluginPaths PluginPaths::forLoadedModule(const juce::String& pluginName)
     // JUCE's folder for user data is ~/.config whatever XDG_CONFIG_HOME says.
     const auto xdgConfig = juce::SystemStats::getEnvironmentVariable("XDG_CONFIG_HOME", {});
     const auto userData = juce::File::isAbsolutePath(xdgConfig) ? juce::File(xdgConfig)
-                                                                 : juce::File::getSpecialLocation(juce::File::userApplicationDataDirectory);
+                                                                : juce::File::getSpecialLocation(juce::File::userApplicationDataDirectory);
     return forModule(pluginName,
                      juce::File::getSpecialLocation(juce::File::currentExecutableFile),
                      juce::File::getSpecialLocation(juce::File::hostApplicationPath),

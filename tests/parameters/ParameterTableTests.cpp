@@ -8,7 +8,6 @@
 
 #include <gtest/gtest.h>
 
-
 TEST(ParametersTable, EmbeddedTableLoadsWholeInIdOrder)
 {
     const auto text = Resources::loadResourceText("parameters.xml");

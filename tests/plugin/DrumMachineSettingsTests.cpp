@@ -27,7 +27,11 @@ TEST(PluginUserSettings, SequencerDefaultsAndOutputNumbersReachTheLiveValuesAndC
     const juce::String outputs = "<AudioOutputSettings><OutCharacteristics type=\"stereo\"/><OutAssignations>";
     juce::String assignations;
     for (int i = 0; i < instrumentCount; ++i)
-        assignations << "<" << shortCodes[i] << " out=\"" << (i == 0 ? 4 : i == 16 ? 12 : 1) << "\"/>";
+    {
+        const int output = i == 0 ? 4 : i == 16 ? 12
+                                                : 1;
+        assignations << "<" << shortCodes[i] << " out=\"" << output << "\"/>";
+    }
     writeSettings(settings.getFile(), outputs + assignations.replace("SD out=\"1\"", "SD out=\"13\"") + "</OutAssignations></AudioOutputSettings>" + sequencer);
     {
         PluginTestHost host(48000.0, 512, settings.getFile());
