@@ -43,7 +43,7 @@ constexpr int pressStepEvent = 3030;
 // the mode the plug-in is in.
 void loadPatternBank(Quindrel& plugin, const juce::File& file)
 {
-    const auto xml = juce::parseXML(file);
+    const auto xml = XmlFiles::parse(file);
     auto* sequencer = plugin.getSequencer();
 
     int type = plugin.hostMode ? DrumMachineSeq::hostType : DrumMachineSeq::nativeType;
@@ -66,7 +66,7 @@ void loadPatternBank(Quindrel& plugin, const juce::File& file)
 // A control map of either form; anything else is a mistake of the caller.
 void loadControlMap(Quindrel& plugin, const juce::File& file)
 {
-    const auto xml = juce::parseXML(file);
+    const auto xml = XmlFiles::parse(file);
     auto& midiControl = plugin.getMidiControl();
 
     if (xml != nullptr && MidiControl::isOlderMapXml(*xml))
