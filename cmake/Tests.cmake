@@ -80,11 +80,7 @@ add_test(NAME plugin.Lv2InfoShowsThePlugin
     COMMAND "${CMAKE_SOURCE_DIR}/scripts/check-lv2" "${QUINDREL_ARTEFACTS}/LV2/Quindrel.lv2" "${QUINDREL_LV2_URI}")
 set_tests_properties(plugin.Lv2InfoShowsThePlugin PROPERTIES LABELS plugin)
 
-# A song's state through real hosting: JUCE's hosting of the VST3 and LV2, and
-# the LV2 state extension as a host that uses lilv keeps it.
-target_sources(quindrel_host_tests PRIVATE "${CMAKE_SOURCE_DIR}/tests/host/HostedStateTests.cpp")
-set_source_files_properties("${CMAKE_SOURCE_DIR}/tests/host/HostedStateTests.cpp" PROPERTIES COMPILE_OPTIONS "-Wall;-Wextra")
-
+# A song's state as a host that uses lilv keeps it, through the LV2 state extension.
 find_package(PkgConfig REQUIRED)
 pkg_check_modules(LILV REQUIRED IMPORTED_TARGET lilv-0)
 add_executable(quindrel_lv2_state_tests "${CMAKE_SOURCE_DIR}/tests/host/Lv2StateTests.cpp")

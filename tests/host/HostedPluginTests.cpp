@@ -1,6 +1,8 @@
 // Loads the built plug-in the way a real host does, through JUCE's own VST3
-// and LV2 hosting, and plays it. The user's settings go to a folder of the
-// test's own, never to the real one.
+// and LV2 hosting: it plays, leaves no settings in its bundle, and a song's
+// state - knobs set by the host, modes, routing and a pattern - comes back
+// whole in a fresh instance, which then plays the same audio. The user's
+// settings go to a folder of the test's own, never to the real one.
 
 #include "support/JuceEnvironment.h"
 
@@ -8,9 +10,8 @@
 
 namespace
 {
-class PlayingHead : public juce::AudioPlayHead
+struct PlayHead : juce::AudioPlayHead
 {
-public:
     juce::Optional<PositionInfo> getPosition() const override
     {
         PositionInfo info;
@@ -23,45 +24,54 @@ public:
     double ppq = 0.0;
 };
 
-std::unique_ptr<juce::AudioPluginInstance> load(juce::AudioPluginFormat& format, const juce::String& identifier)
+struct Format
 {
-    juce::OwnedArray<juce::PluginDescription> types;
-    format.findAllTypesForFile(types, identifier);
-    if (types.isEmpty())
-        return {};
+    juce::AudioPluginFormat& format;
+    juce::String identifier;
+    juce::File bundle;
+    bool vst3;
 
-    juce::String error;
-    auto instance = format.createInstanceFromDescription(*types[0], 48000.0, 512, error);
-    EXPECT_TRUE(error.isEmpty()) << error;
-    return instance;
-}
+    std::unique_ptr<juce::AudioPluginInstance> instantiate() const
+    {
+        juce::OwnedArray<juce::PluginDescription> types;
+        format.findAllTypesForFile(types, identifier);
+        juce::String error;
+        auto instance = types.isEmpty() ? nullptr : format.createInstanceFromDescription(*types[0], 48000.0, 512, error);
+        EXPECT_TRUE(error.isEmpty()) << error;
+        return instance;
+    }
+};
 
-// Plays four bars with the transport running; returns the peak of the main output.
-float playFourBars(juce::AudioPluginInstance& plugin)
+// Half a second of silence, in which a new instance's knobs glide to their
+// places, then `seconds` with the transport running if asked, key 12 (the
+// first host pattern) and a kit change halfway if asked. Every channel.
+juce::AudioBuffer<float> play(juce::AudioPluginInstance& plugin, int seconds, bool transport, bool keyAndKit)
 {
-    PlayingHead head;
+    PlayHead head;
     plugin.setPlayHead(&head);
     plugin.prepareToPlay(48000.0, 512);
-
-    juce::AudioBuffer<float> buffer(plugin.getTotalNumOutputChannels(), 512);
+    const int channels = plugin.getTotalNumOutputChannels(), length = seconds * 48000;
+    juce::AudioBuffer<float> result(channels, length), buffer(channels, 512);
     juce::MidiBuffer midi;
-    float peak = 0.0f;
+    for (int block = 0; block < 50; ++block)
+        plugin.processBlock(buffer, midi);
 
-    head.playing = true;
-    for (int block = 0; block < 48000 * 8 / 512; ++block)
+    head.playing = transport;
+    for (int start = 0; start < length; start += 512)
     {
         midi.clear();
+        if (keyAndKit && start == 0)
+            midi.addEvent(juce::MidiMessage::noteOn(1, 12, (juce::uint8) 100), 10);
+        if (keyAndKit && start == 48128)
+            midi.addEvent(juce::MidiMessage::programChange(1, 6), 100);
         plugin.processBlock(buffer, midi);
-        peak = juce::jmax(peak, buffer.getMagnitude(0, 0, 512));
-        for (int c = 0; c < buffer.getNumChannels(); ++c)
-            for (int i = 0; i < 512; ++i)
-                EXPECT_TRUE(std::isfinite(buffer.getSample(c, i)));
-        head.ppq += 512.0 / 48000.0 * 2.0;
+        for (int c = 0; c < channels; ++c)
+            result.copyFrom(c, start, buffer, c, 0, juce::jmin(512, length - start));
+        head.ppq += transport ? 512.0 / 48000.0 * 2.0 : 0.0;
     }
-
     plugin.releaseResources();
     plugin.setPlayHead(nullptr);
-    return peak;
+    return result;
 }
 
 juce::File settingsFolder()
@@ -69,57 +79,152 @@ juce::File settingsFolder()
     return juce::File(juce::SystemStats::getEnvironmentVariable("XDG_CONFIG_HOME", {})).getChildFile("Quindrel");
 }
 
-// Every settings file that an instance left inside the bundle.
-juce::Array<juce::File> settingsFilesIn(const juce::File& bundle)
+void checkLoadsAndPlays(const Format& f)
 {
-    return bundle.findChildFiles(juce::File::findFiles, true, "*.ini");
-}
+    settingsFolder().deleteRecursively();
+    auto plugin = f.instantiate();
+    ASSERT_NE(plugin, nullptr) << f.identifier;
+    EXPECT_EQ(plugin->getName(), "Quindrel");
+    EXPECT_TRUE(plugin->acceptsMidi());
+    EXPECT_EQ(plugin->getTotalNumInputChannels(), 0);
+    EXPECT_EQ(plugin->getTotalNumOutputChannels(), 24);
 
-void checkInstance(juce::AudioPluginInstance& plugin)
-{
-    EXPECT_EQ(plugin.getName(), "Quindrel");
-    EXPECT_TRUE(plugin.acceptsMidi());
-    EXPECT_EQ(plugin.getTotalNumInputChannels(), 0);
-    EXPECT_EQ(plugin.getTotalNumOutputChannels(), 24);
     // A wrapper may add its own (bypass, MIDI controllers); ours are all there
     // under their names, and nothing beyond the host range is.
     juce::StringArray names;
-    for (auto* parameter : plugin.getParameters())
+    for (auto* parameter : plugin->getParameters())
         names.add(parameter->getName(100));
     EXPECT_GE(names.size(), 111);
-    for (const auto* name : { "Bass Drum Level", "Low Conga Tunning", "Hi Hat Filters Freq", "Main Volume",
-                              "Closed Hi Hat Solo", "Accent Rand Threshold" })
+    for (const auto* name : { "Bass Drum Level", "Low Conga Tunning", "Hi Hat Filters Freq", "Main Volume", "Closed Hi Hat Solo", "Accent Rand Threshold" })
         EXPECT_TRUE(names.contains(name)) << name;
     for (const auto& name : names)
         EXPECT_FALSE(name.contains("Output Number") || name.contains("Activity")) << name;
-    EXPECT_GT(playFourBars(plugin), 0.01f) << "the factory pattern did not sound with the transport";
+
+    const auto audio = play(*plugin, 8, true, false);
+    EXPECT_GT(audio.getMagnitude(0, 0, audio.getNumSamples()), 0.01f) << "the factory pattern did not sound with the transport";
+    for (int c = 0; c < audio.getNumChannels(); ++c)
+        for (int i = 0; i < audio.getNumSamples(); ++i)
+            ASSERT_TRUE(std::isfinite(audio.getSample(c, i))) << "channel " << c << ", sample " << i;
+
+    plugin.reset();
+    EXPECT_TRUE(f.bundle.findChildFiles(juce::File::findFiles, true, "*.ini").isEmpty()) << "a settings file in the bundle";
+    EXPECT_TRUE(settingsFolder().getChildFile("Quindrel.ini").existsAsFile()) << "the user's settings were not written";
+}
+
+juce::MemoryBlock stateOf(juce::AudioPluginInstance& plugin)
+{
+    juce::MemoryBlock block;
+    plugin.getStateInformation(block);
+    return block;
+}
+
+// Our own block inside what the host keeps, base64 encoded: in VST3's XML
+// (with JUCE's private data behind it), or as a string in LV2's turtle.
+juce::String encodedIn(const juce::MemoryBlock& hosted, bool vst3)
+{
+    if (!vst3)
+        return hosted.toString().fromFirstOccurrenceOf("StateString>", false, false).fromFirstOccurrenceOf("\"", false, false).upToFirstOccurrenceOf("\"", false, false);
+    const auto xml = juce::AudioProcessor::getXmlFromBinary(hosted.getData(), (int) hosted.getSize());
+    const auto* component = xml != nullptr ? xml->getChildByName("IComponent") : nullptr;
+    return component != nullptr ? component->getAllSubText() : juce::String();
+}
+
+juce::MemoryBlock decoded(const juce::MemoryBlock& hosted, bool vst3)
+{
+    juce::MemoryBlock data;
+    data.fromBase64Encoding(encodedIn(hosted, vst3));
+    return data;
+}
+
+juce::String ourText(const juce::MemoryBlock& hosted, bool vst3)
+{
+    const auto data = decoded(hosted, vst3);
+    const auto xml = juce::AudioProcessor::getXmlFromBinary(data.getData(), (int) data.getSize());
+    return xml != nullptr ? xml->toString(juce::XmlElement::TextFormat().singleLine()) : juce::String();
+}
+
+// What the host keeps, with our XML replaced by `text`.
+juce::MemoryBlock withOurText(const juce::MemoryBlock& hosted, bool vst3, const juce::String& text)
+{
+    const auto old = decoded(hosted, vst3);
+    juce::MemoryBlock ours;
+    juce::AudioProcessor::copyXmlToBinary(*juce::parseXML(text), ours);
+    const auto kept = (size_t) juce::ByteOrder::littleEndianInt(juce::addBytesToPointer(old.getData(), 4)) + 9; // mark, length, text, nul
+    ours.append(juce::addBytesToPointer(old.getData(), kept), old.getSize() - kept);
+    if (!vst3)
+    {
+        const auto turtle = hosted.toString().replace(encodedIn(hosted, false), ours.toBase64Encoding());
+        return { turtle.toRawUTF8(), turtle.getNumBytesAsUTF8() };
+    }
+    auto xml = juce::AudioProcessor::getXmlFromBinary(hosted.getData(), (int) hosted.getSize());
+    auto* component = xml->getChildByName("IComponent");
+    component->deleteAllTextElements();
+    component->addTextElement(ours.toBase64Encoding());
+    juce::MemoryBlock result;
+    juce::AudioProcessor::copyXmlToBinary(*xml, result);
+    return result;
+}
+
+void checkStateComesBack(const Format& f)
+{
+    auto original = f.instantiate();
+    ASSERT_NE(original, nullptr) << f.identifier;
+    for (const auto& [name, value] : { std::pair{ "Bass Drum Decay", 0.875f }, { "Closed Hi Hat Level", 0.25f }, { "Cow Bell Mute", 1.0f } })
+        for (auto* parameter : original->getParameters())
+            if (parameter->getName(100) == name)
+                parameter->setValueNotifyingHost(value);
+    play(*original, 0, false, false); // a host hands parameter changes over with the next block
+
+    // What a host cannot reach but through the state, as edits of its text.
+    const std::pair<const char*, const char*> edits[] = {
+        { "<HostMode state=\"off\"/>", "<HostMode state=\"on\"/>" },
+        { "<NoteOff state=\"off\"/>", "<NoteOff state=\"on\"/>" },
+        { "<SD out=\"1\"/>", "<SD out=\"3\"/>" },
+        { "<TriggerOut state=\"off\" instrument=\"BD\"/>", "<TriggerOut state=\"on\" instrument=\"CP\"/>" },
+        { "<BD>O.......o.o.....</BD>", "<BD>O.O.O.O.O.O.O.O.</BD>" }, // the first host pattern
+    };
+    auto text = ourText(stateOf(*original), f.vst3);
+    ASSERT_FALSE(text.isEmpty()) << "no state of ours in what the host keeps";
+    for (const auto& [from, to] : edits)
+    {
+        ASSERT_TRUE(text.contains(from)) << from;
+        text = text.replaceFirstOccurrenceOf(from, to);
+    }
+    const auto edited = withOurText(stateOf(*original), f.vst3, text);
+    original->setStateInformation(edited.getData(), (int) edited.getSize());
+
+    const auto saved = stateOf(*original);
+    const auto savedText = ourText(saved, f.vst3);
+    EXPECT_TRUE(savedText.contains("<HostMode state=\"on\"/>") && savedText.contains("<param name=\"Bass Drum Decay\" value=\"0.875\"/>")) << savedText;
+
+    auto restored = f.instantiate();
+    ASSERT_NE(restored, nullptr);
+    restored->setStateInformation(saved.getData(), (int) saved.getSize());
+    EXPECT_EQ(ourText(stateOf(*restored), f.vst3), savedText);
+    EXPECT_EQ(stateOf(*restored), saved) << "what the host keeps differs";
+
+    const auto a = play(*original, 2, false, true), b = play(*restored, 2, false, true);
+    EXPECT_GT(a.getMagnitude(0, 0, a.getNumSamples()), 0.01f) << "the pattern did not play";
+    EXPECT_GT(a.getMagnitude(4, 0, a.getNumSamples()), 0.01f) << "the snare was not routed to output 3";
+    for (int c = 0; c < a.getNumChannels(); ++c)
+        for (int i = 0; i < a.getNumSamples(); ++i)
+            ASSERT_EQ(a.getSample(c, i), b.getSample(c, i)) << "channel " << c << ", sample " << i;
+}
+
+void withFormat(bool vst3, void (*check)(const Format&))
+{
+    juce::VST3PluginFormat vst3Format;
+    juce::LV2PluginFormat lv2Format;
+    lv2Format.searchPathsForPlugins(juce::FileSearchPath(QUINDREL_LV2_DIR), true, false);
+    check(vst3 ? Format{ vst3Format, QUINDREL_VST3_PATH, juce::File(QUINDREL_VST3_PATH), true }
+               : Format{ lv2Format, QUINDREL_LV2_URI, juce::File(QUINDREL_LV2_DIR), false });
 }
 } // namespace
 
-TEST(PluginHosted, Vst3LoadsAndPlays)
-{
-    settingsFolder().deleteRecursively();
-    juce::VST3PluginFormat format;
-    auto plugin = load(format, QUINDREL_VST3_PATH);
-    ASSERT_NE(plugin, nullptr) << QUINDREL_VST3_PATH;
-    checkInstance(*plugin);
-    plugin.reset();
-    EXPECT_TRUE(settingsFilesIn(juce::File(QUINDREL_VST3_PATH)).isEmpty()) << "a settings file in the bundle";
-    EXPECT_TRUE(settingsFolder().getChildFile("Quindrel.ini").existsAsFile()) << "the user's settings were not written";
-}
-
-TEST(PluginHosted, Lv2LoadsAndPlays)
-{
-    settingsFolder().deleteRecursively();
-    juce::LV2PluginFormat format;
-    format.searchPathsForPlugins(juce::FileSearchPath(QUINDREL_LV2_DIR), true, false);
-    auto plugin = load(format, QUINDREL_LV2_URI);
-    ASSERT_NE(plugin, nullptr) << QUINDREL_LV2_URI;
-    checkInstance(*plugin);
-    plugin.reset();
-    EXPECT_TRUE(settingsFilesIn(juce::File(QUINDREL_LV2_DIR)).isEmpty()) << "a settings file in the bundle";
-    EXPECT_TRUE(settingsFolder().getChildFile("Quindrel.ini").existsAsFile()) << "the user's settings were not written";
-}
+TEST(PluginHosted, Vst3LoadsAndPlays) { withFormat(true, checkLoadsAndPlays); }
+TEST(PluginHosted, Lv2LoadsAndPlays) { withFormat(false, checkLoadsAndPlays); }
+TEST(PluginHosted, Vst3StateComesBackWholeInAFreshInstance) { withFormat(true, checkStateComesBack); }
+TEST(PluginHosted, Lv2StateComesBackWholeInAFreshInstance) { withFormat(false, checkStateComesBack); }
 
 int main(int argc, char** argv)
 {
