@@ -44,105 +44,90 @@ struct Harness
     int sample = 0;
     std::vector<Event> events;
 };
-
-// The boundaries in beats that a clock started at 0 passes: for a plain clock
-// each pulse end and step start, for a shuffled one each pair's first pulse
-// end, late second step, its pulse end and the next pair.
-std::vector<double> boundaries(bool shuffled, double stepsPerBeat, double pulseWidth, double shuffle, int beats)
-{
-    const double stepLen = 1.0 / stepsPerBeat, pairLen = 2.0 * stepLen;
-    std::vector<double> targets{ 0.0 };
-    for (int k = 0; !shuffled && k < beats * stepsPerBeat; ++k)
-    {
-        const double next = (k + 1) * stepLen;
-        targets.insert(targets.end(), { next - stepLen + pulseWidth * stepLen, next });
-    }
-    for (int j = 0; shuffled && j < beats * stepsPerBeat / 2; ++j)
-    {
-        const double pairEnd = (j + 1) * pairLen, pairStart = pairEnd - pairLen;
-        const double mid = pairEnd - stepLen + shuffle * stepLen;
-        targets.insert(targets.end(), { pairStart + (mid - pairStart) * pulseWidth, mid, mid + (pairEnd - mid) * pulseWidth, pairEnd });
-    }
-    return targets;
-}
-
-const struct
-{
-    double sr, bpm;
-} rates[] = { { 44100.0, 120.0 }, { 48000.0, 133.0 }, { 96000.0, 87.5 }, { 192000.0, 300.0 }, { 88200.0, 30.0 } };
 } // namespace
 
-// Each change comes on the first sample at or past its boundary (either
-// neighbour where the boundary falls on a whole sample), in state order.
+// Each change comes on the first sample at or past its boundary in beats
+// (either neighbour where the boundary falls on a whole sample), in state
+// order. A plain clock ends each step's pulse halfway; a shuffled one moves
+// the second step of each pair late by the shuffle and ends each pulse
+// halfway through its (longer or shorter) step.
 TEST(SequencerClock, EventsFallOnTheFirstSamplePastEachBoundary)
 {
-    const double shuffles[] = { -1.0, 0.0, 0.25, 0.5, 0.8 }; // -1: plain clock
-    for (const auto& r : rates)
+    const std::pair<double, double> rates[] = { { 44100.0, 120.0 }, { 48000.0, 133.0 }, { 96000.0, 87.5 }, { 192000.0, 300.0 }, { 88200.0, 30.0 } };
+    for (const auto& [sr, bpm] : rates)
         for (int scale : { 3, 4, 6, 8 })
-            for (double shuffle : shuffles)
+            for (double shuffle : { -1.0, 0.0, 0.25, 0.5, 0.8 }) // -1: plain clock
             {
-                const auto label = "rate " + std::to_string(r.sr) + " bpm " + std::to_string(r.bpm) + " scale " + std::to_string(scale) + " shuffle " + std::to_string(shuffle);
+                const double step = 1.0 / scale;
+                std::vector<double> boundaries{ 0.0 };
+                for (int pair = 0; pair < scale; ++pair) // two beats
+                {
+                    const double start = 2 * pair * step, late = start + step * (1.0 + std::max(shuffle, 0.0)), end = start + 2 * step;
+                    if (shuffle < 0.0)
+                        boundaries.insert(boundaries.end(), { start + step / 2, start + step, start + 1.5 * step, end });
+                    else
+                        boundaries.insert(boundaries.end(), { (start + late) / 2, late, (late + end) / 2, end });
+                }
                 ShuffledClock shuffled;
                 shuffled.setShuffle(shuffle);
                 Clock plain;
-                Clock& clock = shuffle < 0.0 ? plain : shuffled;
-                Harness h(clock, r.sr, r.bpm, scale, 0.5);
-                const auto targets = boundaries(shuffle >= 0.0, scale, 0.5, shuffle, 2);
-                const double spb = r.sr * 60.0 / r.bpm;
-                for (size_t i = 0; i < targets.size(); ++i)
+                Harness h(shuffle < 0.0 ? plain : shuffled, sr, bpm, scale, 0.5);
+                for (size_t i = 0; i < boundaries.size(); ++i)
                 {
                     const auto e = h.next();
-                    const double exact = targets[i] * spb;
-                    EXPECT_TRUE(e.sample >= std::ceil(exact - 1e-6) && e.sample <= std::ceil(exact + 1e-6)) << label << " change " << i << " at " << e.sample;
-                    EXPECT_EQ(e.state, (int) i % (shuffle < 0.0 ? 2 : 4)) << label << " change " << i;
-                    EXPECT_EQ(e.first, i == 0) << label << " change " << i;
+                    const double exact = boundaries[i] * sr * 60.0 / bpm;
+                    const auto where = "rate " + std::to_string(sr) + " bpm " + std::to_string(bpm) + " scale " + std::to_string(scale) + " shuffle " + std::to_string(shuffle) + " change " + std::to_string(i);
+                    EXPECT_TRUE(e.sample >= std::ceil(exact - 1e-6) && e.sample <= std::ceil(exact + 1e-6)) << where << " at " << e.sample;
+                    EXPECT_EQ(e.state, (int) i % (shuffle < 0.0 ? 2 : 4)) << where;
+                    EXPECT_EQ(e.first, i == 0) << where;
                 }
             }
 }
 
-TEST(SequencerClock, ZeroPulseWidthEndsThePulseOnTheNextSample)
+TEST(SequencerClock, ZeroPulseWidthZeroTempoStopAndRestart)
 {
     // 44.1 kHz, 120 bpm: a step every 5512.5 samples. Restarted at any sample,
     // as block processing does with its gate clocks, the clock fires there.
     Clock clock;
     Harness h(clock, 44100.0, 120.0, 4, 0.0);
     for (int sample : { 0, 1, 5513, 5514 })
-        EXPECT_EQ(h.next().sample, sample);
+        EXPECT_EQ(h.next().sample, sample) << "a zero pulse ends on the next sample";
     h.run(777);
     clock.restart();
     for (int sample : { 6292, 6293 })
         EXPECT_EQ(h.next().sample, sample);
-    EXPECT_TRUE(h.events.back().first == false && clock.isOffState());
-}
+    EXPECT_TRUE(!h.events.back().first && clock.isOffState());
 
-TEST(SequencerClock, StoppedAndNegativePositionsAreSilent)
-{
-    Clock clock;
-    Harness h(clock);
-    h.run(6000);
-    ASSERT_EQ(h.events.size(), 3u);
     clock.stop();
     EXPECT_EQ(clock.state, -1);
     h.run(10000);
-    EXPECT_EQ(h.events.size(), 3u) << "a stopped clock fires nothing";
+    EXPECT_EQ(h.events.size(), 6u) << "a stopped clock fires nothing";
     EXPECT_EQ(clock.position, 0.0) << "and does not move";
 
-    // Written below 0, the clock is silent until the position reaches 0,
-    // 0.1 beat later; then the first step fires as a first step.
-    clock.start();
-    h.run(1);
-    clock.setPosition(-0.1);
-    const int written = h.sample;
-    const auto e = h.next();
-    EXPECT_NEAR(e.sample, written + 0.1 * 22050, 1.0);
-    EXPECT_EQ(e.state, 0);
-    EXPECT_TRUE(e.first);
-    EXPECT_FALSE(h.next().first);
+    Clock still;
+    Harness withoutTempo(still, 44100.0, 0.0);
+    withoutTempo.run(100000);
+    EXPECT_EQ(withoutTempo.events.size(), 1u) << "without a tempo only the first step fires";
+    EXPECT_GT(still.samplesToChange, 0) << "it waits for ever, without overflow";
 }
 
-TEST(SequencerClock, PositionWrittenNearABoundary)
+TEST(SequencerClock, PositionWrittenFromOutside)
 {
-    // 44.1 kHz, 120 bpm, steps of 0.25 beat: the tolerance is 0.00125 beat.
+    // Written below 0, the clock is silent until the position reaches 0, 0.1
+    // beat later; then the first step fires as a first step.
+    {
+        Clock clock;
+        Harness h(clock);
+        h.run(6000);
+        clock.setPosition(-0.1);
+        const auto e = h.next();
+        EXPECT_NEAR(e.sample, 6000 + 0.1 * 22050, 1.0);
+        EXPECT_TRUE(e.state == 0 && e.first);
+        EXPECT_FALSE(h.next().first);
+    }
+
+    // Near a boundary: 44.1 kHz, 120 bpm, steps of 0.25 beat, a tolerance of
+    // 0.00125 beat either side.
     const double tol = 0.25 * 0.005, spb = 22050.0;
     const struct
     {
@@ -176,10 +161,7 @@ TEST(SequencerClock, PositionWrittenNearABoundary)
         EXPECT_EQ(e.state, c.states[0]) << c.what;
         EXPECT_EQ(h.next().state, c.states[1]) << c.what;
         EXPECT_EQ(h.next().state, c.states[2]) << c.what;
-        if (c.oneASample)
-        {
-            EXPECT_EQ(h.events.back().sample, at + 2) << c.what;
-        }
+        EXPECT_TRUE(!c.oneASample || h.events.back().sample == at + 2) << c.what;
     }
 }
 
@@ -202,16 +184,15 @@ TEST(SequencerClock, NearPreviousStepIsStrictAtHalfway)
     ShuffledClock shuffled;
     shuffled.setShuffle(0.5);
     Clock plain;
-    const struct
+    for (const auto& [position, near] : { std::pair{ 0.35, true }, { 0.375, false }, { 0.4, false }, { 0.25, false } })
     {
-        Clock& clock;
-        double position;
-        bool near;
-    } cases[] = { { plain, 0.35, true }, { plain, 0.375, false }, { plain, 0.4, false }, { plain, 0.25, false }, { shuffled, 0.18, true }, { shuffled, 0.1875, false }, { shuffled, 0.2, false }, { shuffled, 0.43, true }, { shuffled, 0.4375, false } };
-    for (const auto& c : cases)
+        plain.position = position;
+        EXPECT_EQ(plain.isNearPreviousStep(), near) << "plain at " << position;
+    }
+    for (const auto& [position, near] : { std::pair{ 0.18, true }, { 0.1875, false }, { 0.2, false }, { 0.43, true }, { 0.4375, false } })
     {
-        c.clock.position = c.position;
-        EXPECT_EQ(c.clock.isNearPreviousStep(), c.near) << (&c.clock == &plain ? "plain" : "shuffled") << " at " << c.position;
+        shuffled.position = position;
+        EXPECT_EQ(shuffled.isNearPreviousStep(), near) << "shuffled at " << position;
     }
 }
 
@@ -233,25 +214,13 @@ TEST(SequencerClock, ListenersHearCoalescedNewsOnTheMessageThread)
     ASSERT_EQ(h.events.size(), 16u);
     EXPECT_EQ(counter.started + counter.ticked, 0) << "nothing before the loop runs";
     pump();
-    EXPECT_EQ(counter.started, 1);
-    EXPECT_EQ(counter.ticked, 1) << "16 changes arrive as one";
+    EXPECT_TRUE(counter.started == 1 && counter.ticked == 1) << "16 changes arrive as one";
     clock.stop();
     pump();
-    EXPECT_EQ(counter.started, 2);
-    EXPECT_EQ(counter.ticked, 1);
+    EXPECT_TRUE(counter.started == 2 && counter.ticked == 1);
     clock.removeListener(&counter);
     clock.start();
     h.run(10);
     pump();
     EXPECT_EQ(counter.started + counter.ticked, 3);
-}
-
-TEST(SequencerClock, WithoutATempoOnlyTheFirstStepFires)
-{
-    Clock clock;
-    Harness h(clock, 44100.0, 0.0);
-    h.run(100000);
-    ASSERT_EQ(h.events.size(), 1u);
-    EXPECT_GT(clock.samplesToChange, 0) << "waits for ever, without overflow";
-    EXPECT_EQ(clock.position, 0.0);
 }
