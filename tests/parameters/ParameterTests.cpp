@@ -2,6 +2,8 @@
 
 #include <gtest/gtest.h>
 
+#include <climits>
+#include <limits>
 #include <thread>
 #include <vector>
 
@@ -38,94 +40,87 @@ void pumpMessages()
 }
 } // namespace
 
-TEST(ParametersConversions, BoolReadsHalfAsTrueAndKnowsItsTexts)
+// Each type reads numbers (normalised or plain) and texts its own way: each
+// row sets a parameter, then reads its text and, where given, its integer
+// and its truth. Rows of one parameter follow each other, each changing it.
+// A bool takes words, and other text as a normalised number. A float cuts its
+// start value into its range, counts its middle as true, writes the shortest
+// text that reads back, cuts toward zero and takes NaN as its minimum. An
+// integer is 1 + floor(11 x + 0.5) of x normalised, true only away from its
+// minimum, and cuts values toward zero, not down. An enum takes an item, else
+// a normalised number. A note is cut at the top and takes flats. For a string,
+// integer 0 is true, so an empty text is too.
+TEST(ParametersConversions, EachTypeReadsNumbersAndTextsItsOwnWay)
 {
-    BoolParameter b(1, "b", false);
-    for (auto [x, expected] : { std::pair{ 0.5f, true }, { 0.49f, false }, { 3.0f, true }, { -1.0f, false } })
+    BoolParameter b(1, "bool", false);
+    FloatParameter tempo(2, "tempo", 30.0f, 300.0f, 0.0f), unit(3, "unit", 0.0f, 1.0f, 0.5f), bipolar(4, "bipolar", -5.0f, 5.0f, -2.7f);
+    IntParameter out(5, "out", 1, 12, 0), signedRange(6, "signed", -10, 10, 0);
+    EnumParameter e(7, "mode", ";Off;Slow;Fast;", "Slow");
+    NoteParameter n(8, "note", "C11");
+    StringParameter s(9, "string", "");
+    constexpr int any = INT_MIN;
+    // clang-format off
+    const struct
     {
-        b.setNormalised(x, false);
-        EXPECT_EQ(b.getBool(), expected) << "normalised " << x;
-    }
-    // Other text is read as a normalised number.
-    for (auto [text, expected] : { std::pair{ "true", true }, { "1", true }, { "on", true }, { "yes", true }, { "0.7", true }, { "false", false }, { "0", false }, { "off", false }, { "no", false }, { "0.2", false } })
+        Parameter& p;
+        char how; // n: normalised, v: value, t: text, =: as it starts
+        const char* input;
+        const char* text;
+        int asInt, asBool; // asBool: 0, 1 or any
+    } rows[] = {
+        { b, 'n', "0.5", "true", any, 1 }, { b, 'n', "0.49", "false", any, 0 }, { b, 'n', "3", "true", any, 1 }, { b, 'n', "-1", "false", any, 0 },
+        { b, 't', "true", "true", 1, 1 }, { b, 't', "false", "false", 0, 0 }, { b, 't', "1", "true", any, 1 }, { b, 't', "0", "false", any, 0 },
+        { b, 't', "on", "true", any, 1 }, { b, 't', "off", "false", any, 0 }, { b, 't', "yes", "true", any, 1 }, { b, 't', "no", "false", any, 0 },
+        { b, 't', "0.7", "true", any, 1 }, { b, 't', "0.2", "false", any, 0 },
+        { tempo, '=', "", "30", any, any }, { tempo, 'n', "0.5", "165", any, any }, { tempo, 'n', "1.5", "300", any, any }, { tempo, 't', "120", "120", any, any },
+        { unit, '=', "", "0.5", any, 1 }, { unit, 'v', "0.4999", "0.4999", any, 0 }, { unit, 'v', "0.121", "0.121", any, any },
+        { bipolar, '=', "", "-2.7", -2, any }, { bipolar, 'v', "nan", "-5", -5, any },
+        { out, '=', "", "1", 1, 0 }, { out, 'n', "0.5", "7", 7, 1 }, { out, 'n', "0.04", "1", 1, 0 }, { out, 'n', "0.05", "2", 2, 1 },
+        { out, 'n', "2", "12", 12, 1 }, { out, 't', "5.8", "5", 5, 1 }, { signedRange, 'v', "-3.9", "-3", -3, any },
+        { e, '=', "", "Slow", 1, any }, { e, 't', "Fast", "Fast", 2, any }, { e, 't', "0.5", "Slow", 1, any }, { e, 't', "1", "Fast", 2, any },
+        { e, 't', "fast", "Off", 0, any },
+        { n, '=', "", "G10", 127, any }, { n, 't', "db3", "C#3", 37, any }, { n, 't', "Cb0", "C0", 0, any }, { n, 't', "0.5", "E5", 64, any },
+        { s, 't', "", "", any, 1 }, { s, 't', "0", "0", any, 1 }, { s, 't', "abc", "abc", any, 1 }, { s, 't', "5", "5", any, 0 },
+        { s, 'v', "0.25", "0.25", any, any }
+    };
+    // clang-format on
+    for (const auto& r : rows)
     {
-        b.setBool(!expected, false);
-        b.setText(text, false);
-        EXPECT_EQ(b.getBool(), expected) << text;
+        const auto where = r.p.getName() + " " + r.how + " \"" + r.input + "\"";
+        if (r.how == 'n' || r.how == 'v')
+        {
+            const float x = juce::String(r.input) == "nan" ? std::numeric_limits<float>::quiet_NaN() : juce::String(r.input).getFloatValue();
+            r.how == 'n' ? r.p.setNormalised(x, false) : r.p.setValue(x, false);
+        }
+        if (r.how == 't')
+            r.p.setText(r.input, false);
+        EXPECT_EQ(r.p.getText(), r.text) << where;
+        EXPECT_TRUE(r.asInt == any || r.p.getInt() == r.asInt) << where << ": " << r.p.getInt();
+        EXPECT_TRUE(r.asBool == any || r.p.getBool() == (r.asBool == 1)) << where;
     }
+    EXPECT_DOUBLE_EQ(out.getNormalised(), 4.0 / 11.0);
+    tempo.setNormalised(0.5f, false);
+    EXPECT_DOUBLE_EQ(tempo.getNormalised(), 0.5);
+    s.setText("2.5", false);
+    EXPECT_TRUE(s.getValue() == 2.5 && s.getNormalised() == 1.0);
+    s.setBool(true, false);
+    EXPECT_EQ(s.getText(), "true");
+    EXPECT_EQ(e.getItems().size(), 3) << "empty ends are dropped";
+    EXPECT_EQ(EnumParameter(10, "inner", "a;;b", "b").getInt(), 2) << "an empty item inside is kept";
 
     const char* texts[][2] = { { "true", "false" }, { "on", "off" }, { "1", "0" }, { "yes", "no" } };
     for (int style = 0; style < 4; ++style)
     {
-        BoolParameter s(2, "s", true, style);
-        EXPECT_EQ(s.getText(), texts[style][0]) << "style " << style;
-        s.setInt(0, false);
-        EXPECT_EQ(s.getText(), texts[style][1]) << "style " << style;
+        BoolParameter styled(11, "styled", true, style);
+        EXPECT_EQ(styled.getText(), texts[style][0]) << "style " << style;
+        styled.setInt(0, false);
+        EXPECT_EQ(styled.getText(), texts[style][1]) << "style " << style;
     }
 }
 
-TEST(ParametersConversions, FloatCutsToItsRange)
+TEST(ParametersConversions, NoteNamesReadBackAndBadOnesAreRefused)
 {
-    FloatParameter tempo(1, "tempo", 30.0f, 300.0f, 0.0f);
-    EXPECT_EQ(tempo.getValue(), 30.0) << "start value is cut into the range";
-    tempo.setNormalised(0.5f, false);
-    EXPECT_EQ(tempo.getValue(), 165.0);
-    EXPECT_DOUBLE_EQ(tempo.getNormalised(), 0.5);
-    tempo.setNormalised(1.5f, false);
-    EXPECT_EQ(tempo.getValue(), 300.0);
-    tempo.setText("120", false);
-    EXPECT_EQ(tempo.getText(), "120");
-
-    FloatParameter unit(2, "unit", 0.0f, 1.0f, 0.5f);
-    EXPECT_TRUE(unit.getBool()) << "the middle counts as the upper half";
-    unit.setValue(0.4999f, false);
-    EXPECT_FALSE(unit.getBool());
-    unit.setValue(0.121f, false);
-    EXPECT_EQ(unit.getText(), "0.121") << "shortest text that reads back";
-
-    FloatParameter bipolar(3, "bipolar", -5.0f, 5.0f, -2.7f);
-    EXPECT_EQ(bipolar.getInt(), -2) << "cut toward zero";
-    bipolar.setValue(std::numeric_limits<float>::quiet_NaN(), false);
-    EXPECT_EQ(bipolar.getValue(), -5.0);
-}
-
-TEST(ParametersConversions, IntRoundsNormalisedAndTruncatesValues)
-{
-    IntParameter out(1, "out", 1, 12, 0);
-    EXPECT_EQ(out.getInt(), 1);
-    EXPECT_FALSE(out.getBool()) << "true only away from the minimum";
-    // 1 + floor(11 x + 0.5)
-    for (auto [x, expected] : { std::pair{ 0.5f, 7 }, { 0.04f, 1 }, { 0.05f, 2 }, { 2.0f, 12 } })
-    {
-        out.setNormalised(x, false);
-        EXPECT_EQ(out.getInt(), expected) << "normalised " << x;
-    }
-    out.setText("5.8", false);
-    EXPECT_EQ(out.getText(), "5");
-    EXPECT_TRUE(out.getBool());
-    EXPECT_DOUBLE_EQ(out.getNormalised(), 4.0 / 11.0);
-
-    IntParameter signedRange(2, "signed", -10, 10, 0);
-    signedRange.setValue(-3.9f, false);
-    EXPECT_EQ(signedRange.getInt(), -3) << "cut toward zero, not floored";
-}
-
-TEST(ParametersConversions, EnumAndNoteReadTheirTextsThenNumbers)
-{
-    EnumParameter e(1, "mode", ";Off;Slow;Fast;", "Slow");
-    EXPECT_EQ(e.getItems().size(), 3) << "empty ends are dropped";
-    EXPECT_EQ(e.getInt(), 1);
-    // Not an item: a normalised number, so "1" is the last item.
-    for (auto [text, expected] : { std::pair{ "Fast", "Fast" }, { "0.5", "Slow" }, { "1", "Fast" }, { "fast", "Off" } })
-    {
-        e.setText(text, false);
-        EXPECT_EQ(e.getText(), expected) << text;
-    }
-    EXPECT_EQ(EnumParameter(2, "inner", "a;;b", "b").getInt(), 2) << "an empty item inside is kept";
-
-    EXPECT_EQ(NoteParameter::getNoteName(60), "C5");
-    EXPECT_EQ(NoteParameter::getNoteName(0), "C0");
-    EXPECT_EQ(NoteParameter::getNoteName(61), "C#5");
+    EXPECT_TRUE(NoteParameter::getNoteName(60) == "C5" && NoteParameter::getNoteName(0) == "C0" && NoteParameter::getNoteName(61) == "C#5");
     for (int key = 0; key < 128; ++key)
     {
         int parsed = -1;
@@ -134,32 +129,6 @@ TEST(ParametersConversions, EnumAndNoteReadTheirTextsThenNumbers)
     int key = 0;
     for (auto* bad : { "", "H3", "C", "C#", "Cx3", "C3.5", "C12345" })
         EXPECT_FALSE(NoteParameter::parseNoteName(bad, key)) << bad;
-
-    NoteParameter n(3, "note", "C11");
-    EXPECT_EQ(n.getInt(), 127) << "beyond the top is cut";
-    for (auto [text, expected] : { std::pair{ "db3", 37 }, { "Cb0", 0 }, { "0.5", 64 } })
-    {
-        n.setText(text, false);
-        EXPECT_EQ(n.getInt(), expected) << text;
-    }
-}
-
-TEST(ParametersConversions, StringKeepsItsQuirks)
-{
-    StringParameter s(1, "s", "");
-    // Integer 0 is true, so an empty text is too.
-    for (auto [text, expected] : { std::pair{ "", true }, { "0", true }, { "abc", true }, { "5", false } })
-    {
-        s.setText(text, false);
-        EXPECT_EQ(s.getBool(), expected) << "'" << text << "'";
-    }
-    s.setText("2.5", false);
-    EXPECT_EQ(s.getValue(), 2.5);
-    EXPECT_EQ(s.getNormalised(), 1.0);
-    s.setBool(true, false);
-    EXPECT_EQ(s.getText(), "true");
-    s.setValue(0.25f, false);
-    EXPECT_EQ(s.getText(), "0.25");
 }
 
 TEST(ParametersConversions, CopyAndCloneCarryTheValueAcrossClasses)
