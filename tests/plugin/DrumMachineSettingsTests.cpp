@@ -1,21 +1,31 @@
+// What an instance starts with and leaves behind: the user settings file, the
+// drum map and the control map it names, where the settings live, and the
+// embedded resources.
+
 #include "PluginTestHost.h"
 
 #include "parameters/ParameterIds.h"
+#include "plugin/BasePlugin.h"
 #include "sequencer/QuindrelSeq.h"
 
 #include <gtest/gtest.h>
 
 namespace
 {
-juce::File writeSettings(const juce::File& file, const juce::String& children)
-{
-    file.replaceWithText("<?xml version=\"1.0\" encoding=\"UTF-8\"?>\n<UserSettings application=\"Quindrel\">" + children + "</UserSettings>\n");
-    return file;
-}
+using H = PluginTestHost;
 
 juce::String oneLine(const juce::XmlElement* xml)
 {
     return xml == nullptr ? juce::String() : xml->toString(juce::XmlElement::TextFormat().singleLine().withoutHeader());
+}
+
+std::map<int, int> mapOf(const DrumMachine& plugin)
+{
+    std::map<int, int> result;
+    for (int key = 0; key < 128; ++key)
+        if (plugin.getKeyInstrument(key) >= 0)
+            result[key] = plugin.getKeyInstrument(key);
+    return result;
 }
 } // namespace
 
@@ -24,15 +34,13 @@ TEST(PluginUserSettings, SequencerDefaultsAndOutputNumbersReachTheLiveValuesAndC
     const juce::TemporaryFile settings(".ini");
     const juce::String sequencer = "<InternalSequencer><IntSeq state=\"off\"/><IntSync state=\"off\"/><HostMode state=\"on\"/>"
                                    "<NoteOff state=\"on\"/><HostPlayDetection type=\"byLowestCNoteOn\"/></InternalSequencer>";
-    const juce::String outputs = "<AudioOutputSettings><OutCharacteristics type=\"stereo\"/><OutAssignations>";
-    juce::String assignations;
+    juce::String outputs = "<AudioOutputSettings><OutCharacteristics type=\"stereo\"/><OutAssignations>";
     for (int i = 0; i < instrumentCount; ++i)
-    {
-        const int output = i == 0 ? 4 : i == 16 ? 12
-                                                : 1;
-        assignations << "<" << shortCodes[i] << " out=\"" << output << "\"/>";
-    }
-    writeSettings(settings.getFile(), outputs + assignations.replace("SD out=\"1\"", "SD out=\"13\"") + "</OutAssignations></AudioOutputSettings>" + sequencer);
+        outputs << "<" << shortCodes[i] << " out=\"" << (i == 0 ? 4 : i == 16 ? 12
+                                                                              : 1)
+                << "\"/>";
+    outputs << "</OutAssignations></AudioOutputSettings>";
+    H::writeSettings(settings.getFile(), outputs.replace("SD out=\"1\"", "SD out=\"13\"") + sequencer);
     {
         PluginTestHost host(48000.0, 512, settings.getFile());
         auto& plugin = *host.plugin;
@@ -50,61 +58,123 @@ TEST(PluginUserSettings, SequencerDefaultsAndOutputNumbersReachTheLiveValuesAndC
     const auto written = juce::parseXML(settings.getFile());
     ASSERT_NE(written, nullptr);
     EXPECT_EQ(oneLine(written->getChildByName("InternalSequencer")), sequencer);
-    EXPECT_EQ(oneLine(written->getChildByName("AudioOutputSettings")), outputs + assignations + "</OutAssignations></AudioOutputSettings>");
+    EXPECT_EQ(oneLine(written->getChildByName("AudioOutputSettings")), outputs);
 }
 
 TEST(PluginUserSettings, PatternResourcesOfEveryKindAreLoadedAndWrittenBack)
 {
-    const auto folder = juce::File::createTempFile("quindrel-settings");
-    folder.createDirectory();
-    const auto userBank = folder.getChildFile("mine.qdptrbH");
+    const juce::TemporaryFile settings(".ini"), userBank(".qdptrbH");
     {
         QuindrelSeq source(nullptr, nullptr);
         source.getHostPatternAt(0).setName("Mine");
         source.getHostPatternAt(0).setTrackString(0, "o.o.");
-        ASSERT_TRUE(source.saveBankFile(userBank, DrumMachineSeq::hostType));
+        ASSERT_TRUE(source.saveBankFile(userBank.getFile(), DrumMachineSeq::hostType));
     }
-
-    const auto settings = folder.getChildFile("Quindrel.ini");
-    const auto resources = "<ResourcesSettings><DMSeqRes><HostPatterns default=\"userDefinedPatterns\" file=\"" + userBank.getFullPathName() +
+    const auto resources = "<ResourcesSettings><DMSeqRes><HostPatterns default=\"userDefinedPatterns\" file=\"" + userBank.getFile().getFullPathName() +
                            "\"/><NativePatterns default=\"clearPatterns\"/><Patterns default=\"factoryPatterns\"/></DMSeqRes></ResourcesSettings>";
-    writeSettings(settings, resources);
+    H::writeSettings(settings.getFile(), resources);
     {
-        PluginTestHost host(48000.0, 512, settings);
+        PluginTestHost host(48000.0, 512, settings.getFile());
         auto& seq = *host.plugin->getQuindrelSeq();
         EXPECT_EQ(seq.getPatternName(0, DrumMachineSeq::hostType), "Mine");
         EXPECT_EQ(seq.getHostPatternAt(0).getTrackString(0), "o.o.............");
         EXPECT_EQ(seq.getPatternName(3, DrumMachineSeq::nativeType), "Pattern 4") << "native patterns start cleared";
         EXPECT_EQ(seq.getNativePatternAt(3).getVariation(0).getPart(0).getTrackString(0), "................");
     }
-    const auto written = juce::parseXML(settings);
+    const auto written = juce::parseXML(settings.getFile());
     ASSERT_NE(written, nullptr);
-    const auto* dmSeqRes = written->getChildByName("ResourcesSettings")->getChildByName("DMSeqRes");
-    EXPECT_EQ(oneLine(dmSeqRes), oneLine(juce::parseXML(resources)->getChildByName("DMSeqRes")));
+    EXPECT_EQ(oneLine(written->getChildByName("ResourcesSettings")->getChildByName("DMSeqRes")), oneLine(juce::parseXML(resources)->getChildByName("DMSeqRes")));
 
     // An unknown word leaves the kind as it was: the factory's.
-    writeSettings(settings, "<ResourcesSettings><DMSeqRes><NativePatterns default=\"someOther\"/></DMSeqRes></ResourcesSettings>");
-    {
-        PluginTestHost host(48000.0, 512, settings);
-        EXPECT_NE(host.plugin->getQuindrelSeq()->getPatternName(0, DrumMachineSeq::nativeType), "Pattern 1");
-    }
-    folder.deleteRecursively();
+    H::writeSettings(settings.getFile(), "<ResourcesSettings><DMSeqRes><NativePatterns default=\"someOther\"/></DMSeqRes></ResourcesSettings>");
+    PluginTestHost host(48000.0, 512, settings.getFile());
+    EXPECT_NE(host.plugin->getQuindrelSeq()->getPatternName(0, DrumMachineSeq::nativeType), "Pattern 1");
 }
 
-TEST(PluginHostState, GarbageStillTellsTheListenersThatAStateCame)
+TEST(PluginDrumMap, TheFactoryMapAndBothFormsOfAFile)
 {
     PluginTestHost host;
-    struct Listener : BasePlugin::Listener
-    {
-        void pluginStateRestored(BasePlugin&) override { ++restored; }
-        int restored = 0;
-    } listener;
-    host.plugin->addListener(&listener);
+    auto& plugin = *host.plugin;
+    EXPECT_EQ(plugin.getDrumMapName(), "General Midi");
+    // The General MIDI keys of each instrument.
+    const std::map<int, int> generalMidi = { { 35, 0 }, { 36, 0 }, { 38, 1 }, { 40, 1 }, { 61, 2 }, { 64, 2 }, { 63, 3 }, { 60, 4 }, { 62, 4 }, { 41, 5 }, { 45, 5 }, { 47, 6 }, { 48, 6 }, { 43, 7 }, { 50, 7 }, { 75, 8 }, { 37, 9 }, { 70, 10 }, { 39, 11 }, { 56, 12 }, { 58, 13 }, { 49, 14 }, { 51, 14 }, { 52, 14 }, { 59, 14 }, { 46, 15 }, { 42, 16 }, { 44, 16 } };
+    EXPECT_EQ(mapOf(plugin), generalMidi);
+    plugin.setInternalSequencer(false);
+    EXPECT_TRUE(plugin.getMidiKeyName(42) == "Closed Hi Hat" && plugin.getMidiKeyName(0) == "---");
+    plugin.setInternalSequencer(true);
+    EXPECT_EQ(plugin.getMidiKeyName(42), "") << "keys play patterns then";
 
-    const char garbage[] = "\x01\x02not a state at all";
-    host.plugin->setStateInformation(garbage, (int) sizeof garbage);
-    host.plugin->setStateInformation(nullptr, 0);
-    juce::MessageManager::getInstance()->runDispatchLoopUntil(50);
-    EXPECT_EQ(listener.restored, 1) << "two restores before the message loop ran are told once";
-    host.plugin->removeListener(&listener);
+    // The later row of a key wins; the accent, an unknown code and key 128 are refused.
+    plugin.loadDrumMap(*juce::parseXML("<DrumMap ver=\"1.1\" name=\"Mine\"><assign midiKey=\"30\" instrument=\"SD\"/>"
+                                       "<assign midiKey=\"31\" instrument=\"AC\"/><assign midiKey=\"128\" instrument=\"BD\"/>"
+                                       "<assign midiKey=\"32\" instrument=\"ZZ\"/><assign midiKey=\"30\" instrument=\"CH\"/>"
+                                       "<assign midiKey=\"33\" instrument=\"LG\"/></DrumMap>"));
+    const std::map<int, int> mine{ { 30, 16 }, { 33, 13 } };
+    EXPECT_TRUE(plugin.getDrumMapName() == "Mine" && mapOf(plugin) == mine);
+    plugin.loadDrumMap(*juce::parseXML("<DrumMap><assign note=\"30\" instrument=\"SD\"/><assign note=\"30\" instrument=\"CH\"/>"
+                                       "<assign note=\"33\" instrument=\"LG\"/><assign midiKey=\"40\" instrument=\"BD\"/></DrumMap>"));
+    EXPECT_TRUE(plugin.getDrumMapName() == "" && mapOf(plugin) == mine) << "the older form reads the same";
+    plugin.loadDrumMap(*juce::parseXML("<DrumMap ver=\"2.0\"><assign midiKey=\"30\" instrument=\"SD\"/></DrumMap>"));
+    EXPECT_TRUE(mapOf(plugin).empty()) << "an unknown version reads nothing";
+    plugin.loadDrumMap(*juce::parseXML("<Other ver=\"1.1\"><assign midiKey=\"1\" instrument=\"SD\"/></Other>"));
+    EXPECT_TRUE(mapOf(plugin).empty()) << "another root changes nothing";
+}
+
+TEST(PluginDrumMap, SavedMapsAndControlMapsStartTheNextInstance)
+{
+    juce::TemporaryFile drumMap(".qddrmap"), controlMap(".qdccmap"), settings(".ini");
+    {
+        PluginTestHost host;
+        host.plugin->loadDrumMap(*juce::parseXML("<DrumMap ver=\"1.1\" name=\"Two\"><assign midiKey=\"20\" instrument=\"CB\"/><assign midiKey=\"21\" instrument=\"BD\"/></DrumMap>"));
+        ASSERT_TRUE(host.plugin->saveDrumMap(drumMap.getFile()));
+        EXPECT_TRUE(host.plugin->getDrumMapExtension() == ".qddrmap" && host.plugin->getDrumMapWildcard() == "*.qddrmap");
+
+        // An older control map, by the plug-in.
+        host.plugin->loadMidiMap(*juce::parseXML("<MidiCCMap><assign CC=\"10\" param=\"SD Tone\"/></MidiCCMap>"));
+        EXPECT_EQ(host.plugin->getMidiControl().getAssignment(10), host.plugin->getParameterManager().getParameter("Snare Drum Tone"));
+    }
+    const auto xml = juce::parseXML(drumMap.getFile());
+    ASSERT_NE(xml, nullptr);
+    EXPECT_TRUE(xml->getStringAttribute("application") == "Quindrel" && xml->getStringAttribute("ver") == "1.1" && xml->getChildElement(0)->getIntAttribute("midiKey") == 20);
+
+    controlMap.getFile().replaceWithText("<MidiControlMap name=\"Quindrel\"><assign CC=\"74\" param=\"Cymbal Tone\"/></MidiControlMap>");
+    const auto resources = "<ResourcesSettings><DrumMap default=\"userDefinedDrumMap\" file=\"" + drumMap.getFile().getFullPathName() +
+                           "\"/><MidiCCMap default=\"userDefinedMidiCCMap\" file=\"" + controlMap.getFile().getFullPathName() + "\"/></ResourcesSettings>";
+    H::writeSettings(settings.getFile(), resources);
+    {
+        PluginTestHost next(48000.0, 512, settings.getFile());
+        EXPECT_EQ(next.plugin->getDrumMapName(), "Two");
+        EXPECT_EQ(mapOf(*next.plugin), (std::map<int, int>{ { 20, 12 }, { 21, 0 } }));
+        EXPECT_EQ(next.plugin->getMidiControl().getAssignment(74), next.plugin->getParameterManager().getParameter("Cymbal Tone"));
+    }
+    // The choices are written back when the instance goes.
+    const auto written = juce::parseXML(settings.getFile());
+    ASSERT_NE(written, nullptr);
+    EXPECT_EQ(oneLine(written->getChildByName("ResourcesSettings")->getChildByName("MidiCCMap")), oneLine(juce::parseXML(resources)->getChildByName("MidiCCMap")));
+}
+
+TEST(PluginPaths, SettingsLiveInTheUsersFolderNeverInABundle)
+{
+    const juce::File config("/home/someone/.config"), host("/usr/bin/some-host");
+    for (const char* module : { "/usr/lib/lv2/Quindrel.lv2/Quindrel.so", "/home/someone/.vst3/Quindrel.vst3/Contents/x86_64-linux/Quindrel.so", "/home/someone/bin/Quindrel" })
+    {
+        const auto paths = PluginPaths::forModule("Quindrel", juce::File(module), host, config);
+        EXPECT_TRUE(paths.pluginFile == juce::File(module) && paths.writeSettings) << module;
+        EXPECT_EQ(paths.settingsFile, juce::File("/home/someone/.config/Quindrel/Quindrel.ini")) << module;
+    }
+    // The build runs JUCE's LV2 manifest helper on the plug-in: that instance
+    // must neither take the build machine's settings into the manifest nor
+    // leave a settings file behind.
+    EXPECT_EQ(PluginPaths::forModule("Quindrel", juce::File("/build/LV2/Quindrel.lv2/Quindrel.so"), juce::File("/build/juce_lv2_helper"), config).settingsFile, juce::File());
+}
+
+TEST(PluginResources, FoundByNameAndTypeIgnoringCaseAndMissingGivesNothing)
+{
+    const auto text = Resources::loadResourceText("default.QDDRMAP");
+    EXPECT_TRUE(text.startsWith("<?xml") && text == Resources::loadResourceText("DEFAULT.qddrmap"));
+    const auto data = Resources::loadResourceData("default.qddrmap");
+    EXPECT_TRUE(data.has_value() && data->getSize() == (size_t) text.getNumBytesAsUTF8());
+    EXPECT_FALSE(Resources::loadResourceData("nothing.XML").has_value());
+    juce::Image image;
+    EXPECT_FALSE(Resources::loadResourceImage("none.PNG", image));
 }

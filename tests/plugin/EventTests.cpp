@@ -1,3 +1,6 @@
+// The panel's events, by name as its buttons fire them: what they switch,
+// what they refuse, and what the lamps and displays show afterwards.
+
 #include "PluginTestHost.h"
 
 #include "parameters/ParameterIds.h"
@@ -9,11 +12,6 @@ using namespace ParameterIds;
 
 namespace
 {
-constexpr int toggleInternalSequencer = 3000, toggleInternalSync = 3001, toggleHostMode = 3002,
-              togglePatternWriteMode = 3004, toggleLengthMode = 3007, start = 3011, stop = 3012,
-              pressStep = 3030, selectScale3 = 3063, selectVariationB = 105, selectPart2 = 107,
-              introFillIn = 108, clear = 3026, toggleAutoFollow = 3005, next = 3020;
-
 std::vector<double> allValues(ParameterManager& params)
 {
     std::vector<double> values;
@@ -22,160 +20,147 @@ std::vector<double> allValues(ParameterManager& params)
     return values;
 }
 
-std::vector<float> stepLights(ParameterManager& params)
+// The step row's lamps: 0 off, 0.5 dim, 1 lit.
+std::vector<double> stepLights(ParameterManager& params)
 {
-    std::vector<float> lights;
+    std::vector<double> lights;
     for (int s = 0; s < 16; ++s)
-        lights.push_back((float) params.getValue(stepState + s));
+        lights.push_back(params.getValue(stepState + s));
     return lights;
+}
+
+std::vector<bool> flags(ParameterManager& params, int first)
+{
+    std::vector<bool> result;
+    for (int i = 0; i < instrumentCount; ++i)
+        result.push_back(params.getBool(first + i));
+    return result;
+}
+
+std::vector<bool> only(int index, bool value = true)
+{
+    std::vector<bool> result((size_t) instrumentCount, !value);
+    result[(size_t) index] = value;
+    return result;
 }
 } // namespace
 
 TEST(PluginEvents, MuteAndSoloTogglesAndInverses)
 {
     PluginTestHost host;
-    auto& plugin = *host.plugin;
-    auto& params = plugin.getParameterManager();
-
-    plugin.handleEvent(0); // Toggle Bass Drum Mute
-    EXPECT_TRUE(params.getBool(mute + 0));
-    plugin.handleEvent(0);
-    EXPECT_FALSE(params.getBool(mute + 0));
+    auto& params = host.plugin->getParameterManager();
+    host.fire("Toggle Bass Drum Mute");
+    EXPECT_EQ(flags(params, mute), only(0));
+    host.fire("Toggle Bass Drum Mute");
+    EXPECT_EQ(flags(params, mute), std::vector<bool>(instrumentCount, false));
 
     params.setBool(solo + 3, true);
     params.setBool(solo + 9, true);
-    plugin.handleEvent(51); // Inverse Bass Drum Solo, the bass drum not soloed
-    for (int i = 0; i < instrumentCount; ++i)
-        EXPECT_EQ(params.getBool(solo + i), i == 0) << i;
-
-    plugin.handleEvent(51); // again: the bass drum soloed, so all others are
-    for (int i = 0; i < instrumentCount; ++i)
-        EXPECT_EQ(params.getBool(solo + i), i != 0) << i;
-
-    plugin.handleEvent(17 + 16); // Inverse Closed Hi Hat Mute
-    for (int i = 0; i < instrumentCount; ++i)
-        EXPECT_EQ(params.getBool(mute + i), i == 16) << i;
+    host.fire("Inverse Bass Drum Solo"); // the bass drum not soloed: it alone is
+    EXPECT_EQ(flags(params, solo), only(0));
+    host.fire("Inverse Bass Drum Solo"); // soloed: all others are
+    EXPECT_EQ(flags(params, solo), only(0, false));
+    host.fire("Inverse Closed Hi Hat Mute");
+    EXPECT_EQ(flags(params, mute), only(16));
 }
 
-TEST(PluginEvents, UnknownAndInactiveUidsChangeNothing)
+TEST(PluginEvents, UnknownAndInactiveEventsChangeNothing)
 {
     PluginTestHost host;
     auto& plugin = *host.plugin;
     auto& params = plugin.getParameterManager();
-    const auto before = allValues(params);
     EXPECT_EQ(plugin.getEvents().size(), 111 + 11 + 66) << "the table's, the base events, the sequencer's";
-
+    const auto before = allValues(params);
     for (const int uid : { -1, 111, 999, 1000, 3028, 3029, 3046, 3100, 109, 110 })
         plugin.handleEvent(uid);
     EXPECT_EQ(allValues(params), before);
 
-    // Guards: without the internal sequencer the sequencer's switches and Start do nothing.
+    // Without the internal sequencer its switches and Start do nothing.
     plugin.setInternalSequencer(false);
     const auto off = allValues(params);
-    for (const int uid : { toggleInternalSync, toggleHostMode, togglePatternWriteMode, start, stop, pressStep })
-        plugin.handleEvent(uid);
+    for (const char* name : { "Toggle Internal Sync", "Toggle Host Mode", "Toggle Pattern Write Mode", "Start", "Stop", "Press Step 01" })
+        host.fire(name);
     EXPECT_EQ(allValues(params), off);
-    EXPECT_EQ(plugin.runRequest.load(), 0);
-    EXPECT_TRUE(plugin.internalSync);
+    EXPECT_TRUE(plugin.runRequest.load() == 0 && plugin.internalSync);
 }
 
 TEST(PluginEvents, SelectionKeepsTheLastTrackAndNeedsEditing)
 {
     PluginTestHost host;
-    auto& plugin = *host.plugin;
-    auto& params = plugin.getParameterManager();
+    auto& params = host.plugin->getParameterManager();
+    host.fire("Select Snare Drum");
+    EXPECT_EQ(params.getInt(instrumentSelection), 0) << "not editing: ignored";
 
-    plugin.handleEvent(68 + 1); // Select Snare Drum, not editing: ignored
-    EXPECT_EQ(params.getInt(instrumentSelection), 0);
-
-    plugin.handleEvent(toggleHostMode); // host mode edits
-    ASSERT_TRUE(plugin.isEditing());
-    plugin.handleEvent(68 + 1);
-    EXPECT_EQ(params.getInt(instrumentSelection), 1);
-    EXPECT_EQ(params.getInt(instrumentSelectionWithAccentFirst), 2);
-    EXPECT_TRUE(params.getBool(selection + 1));
-    EXPECT_FALSE(params.getBool(selection + 0));
-
-    plugin.handleEvent(86 + 1); // Toggle Snare Drum Selection: the only one, stays
-    EXPECT_TRUE(params.getBool(selection + 1));
-    plugin.handleEvent(86 + 17); // the accent joins
-    plugin.handleEvent(86 + 1);  // now the snare may go
-    EXPECT_FALSE(params.getBool(selection + 1));
-    EXPECT_TRUE(params.getBool(selection + 17));
-
-    plugin.handleEvent(68 + 17); // Select Accent: accent first is 0
+    host.fire("Toggle Host Mode"); // host mode edits
+    host.fire("Select Snare Drum");
+    EXPECT_TRUE(params.getInt(instrumentSelection) == 1 && params.getInt(instrumentSelectionWithAccentFirst) == 2);
+    EXPECT_TRUE(params.getBool(selection + 1) && !params.getBool(selection + 0));
+    host.fire("Toggle Snare Drum Selection");
+    EXPECT_TRUE(params.getBool(selection + 1)) << "the only one stays";
+    host.fire("Toggle Accent Selection");
+    host.fire("Toggle Snare Drum Selection"); // now the snare may go
+    EXPECT_TRUE(!params.getBool(selection + 1) && params.getBool(selection + 17));
+    host.fire("Select Accent");
     EXPECT_EQ(params.getInt(instrumentSelectionWithAccentFirst), 0);
 }
 
 TEST(PluginEvents, PatternNumberAndStepLightsFollowTheModes)
 {
     PluginTestHost host;
-    auto& plugin = *host.plugin;
-    auto& params = plugin.getParameterManager();
-    auto& seq = *plugin.getQuindrelSeq();
+    auto& params = host.plugin->getParameterManager();
+    auto& seq = *host.plugin->getQuindrelSeq();
+    auto lit = [](std::initializer_list<int> steps)
+    {
+        std::vector<double> lights(16, 0.0);
+        for (int s : steps)
+            lights[(size_t) s] = 1.0;
+        return lights;
+    };
 
-    // Native play mode: the step row chooses patterns.
-    EXPECT_TRUE(params.getBool(nativeModeReadyState));
-    EXPECT_EQ(params.getInt(patternNumber), 1);
-    plugin.handleEvent(pressStep + 2);  // basic pattern 3
-    plugin.handleEvent(pressStep + 14); // fill-in 15
-    EXPECT_EQ(seq.getBasicPattern(), 2);
-    EXPECT_EQ(seq.getFillPattern(), 14);
+    // Native play mode: the step row chooses patterns; the one a run starts with blinks.
+    EXPECT_TRUE(params.getBool(nativeModeReadyState) && params.getInt(patternNumber) == 1);
+    host.fire("Press Step 03");
+    host.fire("Press Step 15");
+    EXPECT_TRUE(seq.getBasicPattern() == 2 && seq.getFillPattern() == 14);
     EXPECT_EQ(params.getInt(patternNumber), 3) << "while stopped the chosen pattern is the one shown";
-    auto lights = stepLights(params);
-    for (int s = 0; s < 16; ++s)
-        EXPECT_EQ(lights[(size_t) s], (s == 2 || s == 14) ? 1.0f : 0.0f) << s;
-    EXPECT_TRUE(params.getBool(stepBlinking + 2)) << "the pattern a run starts with blinks";
+    EXPECT_EQ(stepLights(params), lit({ 2, 14 }));
+    EXPECT_TRUE(params.getBool(stepBlinking + 2));
+    host.fire("Tap/IntroSet/FillInTrigger/Accept"); // the intro starts the run instead
+    EXPECT_TRUE(seq.getStartType() == QuindrelSeq::startWithFillIn && params.getBool(stepBlinking + 14) && !params.getBool(stepBlinking + 2));
+    host.fire("Tap/IntroSet/FillInTrigger/Accept");
 
-    // The intro starts the run instead: its button blinks.
-    plugin.handleEvent(introFillIn);
-    EXPECT_EQ(seq.getStartType(), QuindrelSeq::startWithFillIn);
-    EXPECT_TRUE(params.getBool(stepBlinking + 14));
-    EXPECT_FALSE(params.getBool(stepBlinking + 2));
-    plugin.handleEvent(introFillIn);
-
-    // Native write mode: the edited pattern + 1.
-    plugin.handleEvent(togglePatternWriteMode);
-    EXPECT_TRUE(params.getBool(writeModeState));
-    EXPECT_FALSE(params.getBool(nativeModeReadyState));
-    EXPECT_EQ(params.getInt(patternNumber), seq.getEditedIndex() + 1);
-    EXPECT_EQ(seq.getEditedIndex(), 2) << "write mode edits the pattern a run would start with";
+    // Native write mode edits the pattern a run would start with: its number + 1.
+    host.fire("Toggle Pattern Write Mode");
+    EXPECT_TRUE(params.getBool(writeModeState) && !params.getBool(nativeModeReadyState));
+    EXPECT_TRUE(seq.getEditedIndex() == 2 && params.getInt(patternNumber) == 3);
     EXPECT_TRUE(params.getBool(variationAEditionState));
-    plugin.handleEvent(selectVariationB);
-    plugin.handleEvent(selectPart2);
-    EXPECT_TRUE(params.getBool(variationBEditionState));
-    EXPECT_TRUE(params.getBool(part2EditionState));
-    EXPECT_FALSE(params.getBool(part1EditionState));
+    host.fire("Select Variation B");
+    host.fire("Select Part 2");
+    host.fire("Select Scale 3 SPB");
+    EXPECT_TRUE(params.getBool(variationBEditionState) && params.getBool(part2EditionState) && !params.getBool(part1EditionState));
+    EXPECT_TRUE(params.getBool(patternScale3SpbState) && !params.getBool(patternScale4SpbState) && seq.getEditedScale() == 3);
 
-    plugin.handleEvent(selectScale3);
-    EXPECT_TRUE(params.getBool(patternScale3SpbState));
-    EXPECT_FALSE(params.getBool(patternScale4SpbState));
-    EXPECT_EQ(seq.getEditedScale(), 3);
-
-    // Length mode on part 2: Clear removes the part.
-    plugin.handleEvent(toggleLengthMode);
+    // Length mode on part 2: every step lit; Clear removes the part.
+    host.fire("Toggle Length Mode");
     EXPECT_TRUE(params.getBool(lengthModeStateWithClear));
-    EXPECT_EQ(stepLights(params), std::vector<float>(16, 1.0f));
-    plugin.handleEvent(pressStep + 5);
+    EXPECT_EQ(stepLights(params), std::vector<double>(16, 1.0));
+    host.fire("Press Step 06");
     EXPECT_EQ(seq.getEditedLength(), 6);
-    plugin.handleEvent(clear);
+    host.fire("Clear");
     EXPECT_EQ(seq.getEditedLength(), 0);
-    plugin.handleEvent(toggleLengthMode);
+    host.fire("Toggle Length Mode");
 
-    // Host mode: the edited host pattern's key.
-    plugin.handleEvent(togglePatternWriteMode);
-    plugin.handleEvent(toggleHostMode);
-    EXPECT_EQ(params.getInt(patternNumber), seq.getEditedHostPattern() + 12);
-    EXPECT_FALSE(params.getBool(variationBEditionState));
+    // Host mode shows the edited host pattern's key.
+    host.fire("Toggle Pattern Write Mode");
+    host.fire("Toggle Host Mode");
+    EXPECT_TRUE(params.getInt(patternNumber) == seq.getEditedHostPattern() + 12 && !params.getBool(variationBEditionState));
 
     // No internal sequencer: nothing shown.
-    plugin.handleEvent(toggleInternalSequencer);
-    EXPECT_EQ(params.getInt(patternNumber), 0);
-    EXPECT_EQ(params.getText(patternName), "");
-    EXPECT_EQ(params.getValue(patternTempo), 30.0);
-    EXPECT_EQ(stepLights(params), std::vector<float>(16, 0.0f));
+    host.fire("Toggle Internal Sequencer");
+    EXPECT_TRUE(params.getInt(patternNumber) == 0 && params.getText(patternName) == "" && params.getValue(patternTempo) == 30.0);
+    EXPECT_EQ(stepLights(params), lit({}));
     for (int s = 0; s < 16; ++s)
-        EXPECT_FALSE(params.getBool(stepLengthState + s));
+        EXPECT_FALSE(params.getBool(stepLengthState + s)) << s;
 }
 
 TEST(PluginEvents, StartAndStopRunTheNativeSequenceOnlyWhileTheHostRests)
@@ -185,49 +170,33 @@ TEST(PluginEvents, StartAndStopRunTheNativeSequenceOnlyWhileTheHostRests)
     auto& params = plugin.getParameterManager();
     host.playHead.present = false;
 
-    plugin.handleEvent(start);
+    host.fire("Start");
     host.render(1024);
-    EXPECT_TRUE(plugin.nativeClock.running);
-    EXPECT_TRUE(params.getBool(playState));
-    EXPECT_FALSE(params.getBool(nativeModeReadyState));
-    EXPECT_TRUE(params.getBool(variationAPlayingState));
-    EXPECT_TRUE(params.getBool(part1PlayingState));
-
-    plugin.handleEvent(3010); // Start/Stop while started: stop
+    EXPECT_TRUE(plugin.nativeClock.running && params.getBool(playState) && !params.getBool(nativeModeReadyState));
+    EXPECT_TRUE(params.getBool(variationAPlayingState) && params.getBool(part1PlayingState));
+    host.fire("Start/Stop"); // while started: stop
     host.render(512);
-    EXPECT_FALSE(plugin.nativeClock.running);
-    EXPECT_FALSE(params.getBool(playState));
+    EXPECT_FALSE(plugin.nativeClock.running || params.getBool(playState));
 
-    host.playHead.present = true;
-    host.playHead.playing = true;
-    host.render(512); // the host's start starts the run
-    ASSERT_TRUE(plugin.nativeClock.running);
-    plugin.handleEvent(stop);
+    host.playHead.present = host.playHead.playing = true;
     host.render(512);
-    EXPECT_TRUE(plugin.nativeClock.running) << "Stop is dropped while the host plays";
-    EXPECT_EQ(plugin.runRequest.load(), 0);
-
+    ASSERT_TRUE(plugin.nativeClock.running) << "the host's start starts the run";
+    host.fire("Stop");
+    host.render(512);
+    EXPECT_TRUE(plugin.nativeClock.running && plugin.runRequest.load() == 0) << "Stop is dropped while the host plays";
     host.playHead.playing = false;
     host.render(512);
     EXPECT_FALSE(plugin.nativeClock.running) << "the host's stop stops the run";
-}
 
-TEST(PluginEvents, TogglingTheInternalSequencerEndsTheGeneratedNotes)
-{
-    PluginTestHost host;
-    auto& plugin = *host.plugin;
+    // Turning the internal sequencer off ends the notes it generated.
     host.playHead.playing = true;
-    host.render(24000); // the factory pattern plays and sends its notes
+    host.render(24000);
     ASSERT_FALSE(host.noteOnsOut().empty());
-
     host.output.clear();
-    plugin.handleEvent(toggleInternalSequencer);
+    host.fire("Toggle Internal Sequencer");
     host.render(512);
-    int offs = 0;
-    for (const auto& e : host.output)
-        if (e.message.isNoteOff())
-            ++offs;
-    EXPECT_GT(offs, 0);
+    EXPECT_TRUE(std::any_of(host.output.begin(), host.output.end(), [](const auto& e)
+                            { return e.message.isNoteOff(); }));
 }
 
 TEST(PluginEvents, PlayingAndBrowsingInEveryModeLeavesThePatternsAsTheyAre)
@@ -235,8 +204,7 @@ TEST(PluginEvents, PlayingAndBrowsingInEveryModeLeavesThePatternsAsTheyAre)
     // Refreshing the displays never writes into a pattern: the factory banks,
     // played and browsed in every mode, save exactly as the factory files read.
     PluginTestHost host;
-    auto& plugin = *host.plugin;
-    auto& seq = *plugin.getQuindrelSeq();
+    auto& seq = *host.plugin->getQuindrelSeq();
     QuindrelSeq factory(nullptr, nullptr);
     PluginTestHost::loadFactoryBanks(factory);
     const auto factoryBanks = PluginTestHost::banksOf(factory);
@@ -244,27 +212,25 @@ TEST(PluginEvents, PlayingAndBrowsingInEveryModeLeavesThePatternsAsTheyAre)
 
     // Native play through the basic patterns, with fill-ins.
     host.playHead.playing = true;
-    plugin.getParameterManager().setNormalised(autoFillIn, 1.0f);
-    for (int step = 0; step < 12; ++step)
+    host.plugin->getParameterManager().setNormalised(autoFillIn, 1.0f);
+    for (int step = 1; step <= 12; ++step)
     {
-        plugin.handleEvent(pressStep + step);
+        host.fire("Press Step " + juce::String(step).paddedLeft('0', 2));
         host.render(12000);
     }
-    // Write mode: browsing, then following the run.
-    plugin.handleEvent(togglePatternWriteMode);
+    // Write mode: browsing, then following the run; host mode: browsing, then following the keys.
+    host.fire("Toggle Pattern Write Mode");
     for (int i = 0; i < 16; ++i)
-        plugin.handleEvent(next);
-    plugin.handleEvent(toggleAutoFollow);
+        host.fire("Next");
+    host.fire("Toggle Auto Follow Mode");
     host.render(96000);
-    plugin.handleEvent(toggleAutoFollow);
-    plugin.handleEvent(togglePatternWriteMode);
-    // Host mode: browsing, then following the keys.
-    plugin.handleEvent(toggleHostMode);
+    host.fire("Toggle Auto Follow Mode");
+    host.fire("Toggle Pattern Write Mode");
+    host.fire("Toggle Host Mode");
     for (int i = 0; i < QuindrelSeq::hostPatternCount; ++i)
-        plugin.handleEvent(next);
-    plugin.handleEvent(toggleAutoFollow);
+        host.fire("Next");
+    host.fire("Toggle Auto Follow Mode");
     for (int key = 12; key < 108; ++key)
         host.render(256, { PluginTestHost::noteOn(0, key) });
-
     EXPECT_EQ(PluginTestHost::banksOf(seq), factoryBanks);
 }

@@ -4,8 +4,10 @@
 #include "plugin/Resources.h"
 #include "sequencer/QuindrelSeq.h"
 
+#include <gtest/gtest.h>
 #include <juce_audio_processors/juce_audio_processors.h>
 
+#include <cmath>
 #include <functional>
 #include <vector>
 
@@ -99,6 +101,14 @@ public:
         return result;
     }
 
+    // Fires an event by its name, as the panel's buttons and scripts do.
+    void fire(const juce::String& name)
+    {
+        const int uid = plugin->getEvents().getUid(name);
+        EXPECT_GE(uid, 0) << name;
+        plugin->handleEvent(uid);
+    }
+
     static Event noteOn(int sample, int key, int velocity = 100)
     {
         return { sample, juce::MidiMessage::noteOn(1, key, (juce::uint8) velocity) };
@@ -117,6 +127,21 @@ public:
         return -1;
     }
 
+    static float peak(const juce::AudioBuffer<float>& buffer, int channel, int start = 0, int length = -1)
+    {
+        return buffer.getMagnitude(channel, start, length < 0 ? buffer.getNumSamples() - start : length);
+    }
+
+    // Samples that are not finite, or are subnormal.
+    static int badSamples(const juce::AudioBuffer<float>& buffer)
+    {
+        int bad = 0;
+        for (int c = 0; c < buffer.getNumChannels(); ++c)
+            for (int i = 0; i < buffer.getNumSamples(); ++i)
+                bad += std::isfinite(buffer.getSample(c, i)) && std::fpclassify(buffer.getSample(c, i)) != FP_SUBNORMAL ? 0 : 1;
+        return bad;
+    }
+
     template <typename PluginClass>
     static Factory factoryFor()
     {
@@ -124,12 +149,10 @@ public:
         { return Quindrel::createInstance<PluginClass>(paths); };
     }
 
-    // A user settings file asking for mono outputs.
-    static juce::File writeMonoSettings(const juce::File& file)
+    // A user settings file with the given elements.
+    static juce::File writeSettings(const juce::File& file, const juce::String& elements)
     {
-        file.replaceWithText("<?xml version=\"1.0\" encoding=\"UTF-8\"?>\n"
-                             "<UserSettings application=\"Quindrel\"><AudioOutputSettings>"
-                             "<OutCharacteristics type=\"mono\"/></AudioOutputSettings></UserSettings>\n");
+        file.replaceWithText("<?xml version=\"1.0\" encoding=\"UTF-8\"?>\n<UserSettings application=\"Quindrel\">" + elements + "</UserSettings>\n");
         return file;
     }
 
