@@ -4,40 +4,57 @@
 
 #include <array>
 #include <cmath>
+#include <cstdint>
+#include <functional>
 #include <memory>
 #include <vector>
 
 namespace enginetest
 {
-constexpr int bassDrum = 0;
-constexpr int snareDrum = 1;
-constexpr int lowConga = 2;
-constexpr int midConga = 3;
-constexpr int hiConga = 4;
-constexpr int lowTom = 5;
-constexpr int midTom = 6;
-constexpr int hiTom = 7;
-constexpr int claves = 8;
-constexpr int rimShot = 9;
-constexpr int laserGun = 13;
-constexpr float knownRates[] = { 44100.0f, 48000.0f, 88200.0f, 96000.0f, 192000.0f };
-
-// The noise and metal voices.
-constexpr int maracas = 10;
-constexpr int handClap = 11;
-constexpr int cowBell = 12;
-constexpr int cymbal = 14;
-constexpr int openHiHat = 15;
-constexpr int closedHiHat = 16;
-
-using Frame = std::array<double, DrumMachineCore::numInstruments>;
-
+// The engine's index of each voice.
+constexpr int bassDrum = 0, snareDrum = 1, lowConga = 2, midConga = 3, hiConga = 4, lowTom = 5, midTom = 6, hiTom = 7, claves = 8,
+              rimShot = 9, maracas = 10, handClap = 11, cowBell = 12, laserGun = 13, cymbal = 14, openHiHat = 15, closedHiHat = 16;
 constexpr int voiceCount = DrumMachineCore::numInstruments;
+constexpr float knownRates[] = { 44100.0f, 48000.0f, 88200.0f, 96000.0f, 192000.0f };
+using Frame = std::array<double, DrumMachineCore::numInstruments>;
+using Signal = std::vector<double>;
 
-// Renders frames and keeps the output of one voice.
-inline std::vector<double> renderVoice(DrumMachineCore& core, int voice, int frames)
+// A repeatable white noise in -0.5 to 0.5, as the noise tap gives.
+struct Noise
 {
-    std::vector<double> out((size_t) frames);
+    uint32_t state = 1;
+    double operator()()
+    {
+        state = state * 1664525u + 1013904223u;
+        return (double) (int32_t) state / 4294967296.0;
+    }
+};
+
+// n samples of a lone voice; a voice that takes a source is fed from `input`.
+template <typename Voice>
+Signal render(Voice& voice, size_t n, std::function<double()> input = {})
+{
+    Signal out(n);
+    for (auto& y : out)
+        y = input ? voice.renderSample(input()) : voice.renderSample();
+    return out;
+}
+
+// Triggers a lone voice and renders it until the voice has ended.
+template <typename Voice>
+Signal renderUntilSilent(Voice& voice, float velocity, std::function<double()> input = {})
+{
+    voice.trigger(velocity);
+    Signal out;
+    while (voice.isActive() && out.size() < 10000000)
+        out.push_back(input ? voice.renderSample(input()) : voice.renderSample());
+    return out;
+}
+
+// Renders frames of an engine and keeps the output of one voice.
+inline Signal renderVoice(DrumMachineCore& core, int voice, int frames)
+{
+    Signal out((size_t) frames);
     Frame frame{};
     for (auto& y : out)
     {
@@ -60,28 +77,17 @@ inline std::unique_ptr<QuindrelCore> makeEngine(float sampleRate = 44100.0f, flo
     return core;
 }
 
-// Triggers a lone voice and renders it until the voice has ended.
-template <typename Voice>
-std::vector<double> renderUntilSilent(Voice& voice, float velocity)
-{
-    voice.trigger(velocity);
-    std::vector<double> out;
-    while (voice.isActive() && out.size() < 10000000)
-        out.push_back(voice.renderSample());
-    return out;
-}
-
-// Largest magnitude; infinite if anything is not finite.
-inline double peakOf(const std::vector<double>& signal)
+// Largest magnitude between two positions; infinite if anything is not finite.
+inline double peakOf(const Signal& signal, size_t from = 0, size_t to = SIZE_MAX)
 {
     double peak = 0.0;
-    for (double y : signal)
-        peak = std::isfinite(y) ? std::fmax(peak, std::fabs(y)) : INFINITY;
+    for (size_t i = from; i < std::min(to, signal.size()); ++i)
+        peak = std::isfinite(signal[i]) ? std::fmax(peak, std::fabs(signal[i])) : INFINITY;
     return peak;
 }
 
 // Frequency from the rising zero crossings between two sample positions.
-inline double zeroCrossingFrequency(const std::vector<double>& signal, size_t from, size_t to, double sampleRate)
+inline double zeroCrossingFrequency(const Signal& signal, size_t from, size_t to, double sampleRate)
 {
     size_t first = 0, last = 0, count = 0;
     for (size_t i = from + 1; i < to; ++i)

@@ -3,25 +3,16 @@
 
 #include <gtest/gtest.h>
 
-#include <cmath>
-#include <vector>
+using namespace enginetest;
 
 namespace
 {
-std::vector<double> renderOn(QuindrelLaserGun& gun, int n)
+void setUp(QuindrelLaserGun& gun, float sampleRate, double depth = 0.0)
 {
-    std::vector<double> out((size_t) n);
-    for (auto& y : out)
-        y = gun.renderSample();
-    return out;
-}
-
-size_t risingCrossings(const std::vector<double>& signal)
-{
-    size_t count = 0;
-    for (size_t i = 1; i < signal.size(); ++i)
-        count += signal[i - 1] <= 0.0 && signal[i] > 0.0 ? 1 : 0;
-    return count;
+    gun.setSampleRate(sampleRate);
+    gun.setDepth(depth);
+    gun.setSweep(0.5);
+    gun.setDecay(1.0);
 }
 } // namespace
 
@@ -31,55 +22,47 @@ TEST(EngineLaserGun, PitchSweepsDownTo40Hz)
 {
     for (float sr : { 44100.0f, 96000.0f, 192000.0f })
     {
-        QuindrelLaserGun flat;
-        flat.setSampleRate(sr);
-        flat.setDecay(1.0);
+        QuindrelLaserGun flat, swept;
+        setUp(flat, sr);
         flat.trigger(1.0f);
-        const auto out = renderOn(flat, (int) (sr * 0.5f));
-        EXPECT_NEAR(enginetest::zeroCrossingFrequency(out, 0, out.size(), sr), 40.0, 0.1) << "depth 0 at " << sr;
+        const auto out = render(flat, (size_t) (sr * 0.5f));
+        EXPECT_NEAR(zeroCrossingFrequency(out, 0, out.size(), sr), 40.0, 0.1) << "depth 0 at " << sr;
 
-        QuindrelLaserGun swept;
-        swept.setSampleRate(sr);
-        swept.setDepth(0.5);
-        swept.setSweep(0.5);
-        swept.setDecay(1.0);
+        setUp(swept, sr, 0.5);
         swept.trigger(1.0f);
-        const auto note = renderOn(swept, (int) (sr * 0.2f));
+        const auto note = render(swept, (size_t) (sr * 0.2f));
         // The envelope already falls while the old note fades; the phase
         // advances from the last sample of the fade on.
         const double rate = QuindrelLaserGun::sweepRateForKnob(0.5, swept.getSampleRateInfo().rateScale);
         const auto fade = (size_t) std::ceil(sr * 0.00097);
-        double cycles = 0.0, envelope = 1.0;
+        double cycles = 0.0, envelope = 1.0, crossings = 0.0;
         for (size_t i = 0; i < note.size(); ++i, envelope *= 1.0 - rate)
+        {
             cycles += i + 1 < fade ? 0.0 : (0.1 * envelope * 35050.0 + 40.0) / sr;
+            crossings += i > 0 && note[i - 1] <= 0.0 && note[i] > 0.0 ? 1.0 : 0.0;
+        }
         // One rising crossing for each cycle begun, the first at phase 0.
-        EXPECT_NEAR((double) risingCrossings(note) - 0.5, cycles, 0.55) << "depth 0.5 at " << sr;
+        EXPECT_NEAR(crossings - 0.5, cycles, 0.55) << "depth 0.5 at " << sr;
     }
 }
 
 // The first 0.97 ms of a note fade out the old one by 0.11 a sample; a note on
-// a silent gun therefore starts with zeros.
+// a silent gun therefore starts with zeros (43 samples of countdown, then one
+// with the sine at phase 0).
 TEST(EngineLaserGun, NewNoteStartsAfterFadingTheOldOne)
 {
     QuindrelLaserGun gun;
-    gun.setSampleRate(44100.0f);
-    gun.setDecay(1.0);
+    setUp(gun, 44100.0f);
     gun.trigger(1.0f);
-    const auto first = renderOn(gun, 3000);
-    // 43 samples of countdown, then one with the sine at phase 0.
-    for (size_t i = 0; i < 44; ++i)
-        ASSERT_LT(std::fabs(first[i]), 1e-19) << "sample " << i;
+    const auto first = render(gun, 3000);
+    EXPECT_LT(peakOf(first, 0, 44), 1e-19);
     EXPECT_GT(std::fabs(first[44]), 1e-6);
 
     gun.trigger(1.0f);
-    const auto second = renderOn(gun, 100);
-    double previous = first.back();
-    ASSERT_GT(std::fabs(previous), 0.1);
+    const auto second = render(gun, 100);
+    ASSERT_GT(std::fabs(first.back()), 0.1);
     for (size_t i = 0; i < 43; ++i)
-    {
-        ASSERT_NEAR(second[i], previous * 0.89, 1e-12) << "sample " << i << " of the fade";
-        previous = second[i];
-    }
+        ASSERT_NEAR(second[i], (i == 0 ? first.back() : second[i - 1]) * 0.89, 1e-12) << "sample " << i << " of the fade";
     EXPECT_LT(std::fabs(second[43]), 1e-19) << "the new note starts at phase 0";
     EXPECT_GT(std::fabs(second[44]), 1e-6);
 }
@@ -90,12 +73,11 @@ TEST(EngineLaserGun, TriggerAtLevelZeroDoesNotRestart)
     QuindrelLaserGun retriggered, untouched;
     for (auto* gun : { &retriggered, &untouched })
     {
-        gun->setSampleRate(96000.0f);
-        gun->setDecay(1.0);
+        setUp(*gun, 96000.0f);
         gun->trigger(1.0f);
-        renderOn(*gun, 2000);
+        render(*gun, 2000);
         gun->setLevel(0.0);
     }
     retriggered.trigger(1.0f);
-    EXPECT_EQ(renderOn(retriggered, 20000), renderOn(untouched, 20000));
+    EXPECT_EQ(render(retriggered, 20000), render(untouched, 20000));
 }

@@ -10,10 +10,7 @@
 #include <utility>
 #include <vector>
 
-using enginetest::cowBell;
-using enginetest::cymbal;
-using enginetest::makeEngine;
-using enginetest::renderVoice;
+using namespace enginetest;
 
 namespace
 {
@@ -52,7 +49,7 @@ double rms(const std::vector<double>& signal, size_t from, size_t to)
 // Samples from the trigger until the voice has last been above 1% of its peak.
 size_t audibleLength(const std::vector<double>& signal)
 {
-    const double threshold = 0.01 * enginetest::peakOf(signal);
+    const double threshold = 0.01 * peakOf(signal);
     size_t last = 0;
     for (size_t i = 0; i < signal.size(); ++i)
         if (std::fabs(signal[i]) > threshold)
@@ -70,7 +67,7 @@ TEST(EngineMetalVoices, OscillatorsSoundAtTheirFrequencies)
         QuindrelCore core;
         core.setSampleRate(sr);
         std::vector<double> bank((size_t) sr);
-        enginetest::Frame frame{};
+        Frame frame{};
         for (auto& y : bank)
         {
             core.renderFrame(frame.data());
@@ -93,20 +90,17 @@ TEST(EngineMetalVoices, OscillatorsSoundAtTheirFrequencies)
 
 TEST(EngineMetalVoices, DecayKnobSetsTheLength)
 {
-    const std::pair<int, int> decayRows[] = { { cowBell, 47 }, { cymbal, 52 }, { enginetest::openHiHat, 54 }, { enginetest::closedHiHat, 56 } };
-    for (const auto& [voice, row] : decayRows)
+    for (const auto& [voice, row] : { std::pair{ cowBell, 47 }, { cymbal, 52 }, { openHiHat, 54 }, { closedHiHat, 56 } })
     {
-        auto lengthAt = [voice = voice, row = row](float decay)
+        size_t lengths[2];
+        for (int decay = 0; decay < 2; ++decay)
         {
             auto core = makeEngine();
-            core->setParameter(row, decay);
+            core->setParameter(row, (float) decay);
             core->trigger(voice, 1.0f);
-            return audibleLength(renderVoice(*core, voice, 441000));
-        };
-        const size_t shortest = lengthAt(0.0f);
-        const size_t longest = lengthAt(1.0f);
-        EXPECT_GT(longest, 2 * shortest) << "voice " << voice;
-        EXPECT_GT(shortest, 0u) << "voice " << voice;
+            lengths[decay] = audibleLength(renderVoice(*core, voice, 441000));
+        }
+        EXPECT_TRUE(lengths[0] > 0 && lengths[1] > 2 * lengths[0]) << "voice " << voice << ": " << lengths[0] << " to " << lengths[1];
     }
 }
 
@@ -137,54 +131,45 @@ namespace
 {
 // The open hat's envelope and output, with the closed hat fired at chokeAt
 // (if not negative) and the open hat fired again at retriggerAt.
-struct OpenHatRun
-{
-    std::vector<double> envelope, output;
-};
-
-OpenHatRun runOpenHat(int chokeAt, int retriggerAt = -1)
+std::pair<Signal, Signal> runOpenHat(int chokeAt, int retriggerAt = -1)
 {
     auto core = makeEngine();
-    const auto& openHat = dynamic_cast<const QuindrelOpenHiHat&>(core->getInstrument(enginetest::openHiHat));
-    core->trigger(enginetest::openHiHat, 1.0f);
-    OpenHatRun run;
-    enginetest::Frame frame{};
+    const auto& openHat = dynamic_cast<const QuindrelOpenHiHat&>(core->getInstrument(openHiHat));
+    core->trigger(openHiHat, 1.0f);
+    Signal envelope, output;
+    Frame frame{};
     for (int i = 0; i < 100000; ++i)
     {
         if (i == chokeAt)
-            core->trigger(enginetest::closedHiHat, 1.0f);
+            core->trigger(closedHiHat, 1.0f);
         if (i == retriggerAt)
-            core->trigger(enginetest::openHiHat, 1.0f);
+            core->trigger(openHiHat, 1.0f);
         core->renderFrame(frame.data());
-        run.envelope.push_back(openHat.getEnvelope());
-        run.output.push_back(frame[enginetest::openHiHat]);
+        envelope.push_back(openHat.getEnvelope());
+        output.push_back(frame[openHiHat]);
     }
-    return run;
+    return { envelope, output };
 }
 } // namespace
 
 TEST(EngineMetalVoices, ClosedHatChokesTheOpenOneAfterItsAttack)
 {
-    const auto free = runOpenHat(-1);
+    const auto [freeEnvelope, freeOutput] = runOpenHat(-1);
     const int attack = 42; // whole samples of the 0.97 ms at 44.1 kHz
 
     // Fired during the attack, the choke waits for its end and then shortens the decay.
-    const auto early = runOpenHat(10);
-    for (int i = 0; i < attack; ++i)
-        ASSERT_EQ(early.envelope[(size_t) i], free.envelope[(size_t) i]) << "the attack changed at " << i;
-    EXPECT_LT(early.envelope[2000], 0.5 * free.envelope[2000]);
-    EXPECT_LT(audibleLength(early.output), audibleLength(free.output) / 2);
+    const auto [early, earlyOutput] = runOpenHat(10);
+    EXPECT_TRUE(std::equal(early.begin(), early.begin() + attack, freeEnvelope.begin())) << "the attack changed";
+    EXPECT_LT(early[2000], 0.5 * freeEnvelope[2000]);
+    EXPECT_LT(audibleLength(earlyOutput), audibleLength(freeOutput) / 2);
 
     // Fired during the decay, it acts from the next sample on.
-    const auto late = runOpenHat(3000);
-    for (size_t i = 0; i < 3000; ++i)
-        ASSERT_EQ(late.output[i], free.output[i]) << "changed before the choke, at " << i;
-    EXPECT_LT(late.envelope[3001], free.envelope[3001]);
-    EXPECT_LT(audibleLength(late.output), audibleLength(free.output) / 2);
+    const auto [late, lateOutput] = runOpenHat(3000);
+    EXPECT_TRUE(std::equal(lateOutput.begin(), lateOutput.begin() + 3000, freeOutput.begin())) << "changed before the choke";
+    EXPECT_LT(late[3001], freeEnvelope[3001]);
+    EXPECT_LT(audibleLength(lateOutput), audibleLength(freeOutput) / 2);
 
     // A new open hat clears the choke, whether or not one was sounding.
-    const auto choked = runOpenHat(3000, 50000);
-    const auto unchoked = runOpenHat(-1, 50000);
-    for (size_t i = 50000; i < 60000; ++i)
-        ASSERT_EQ(choked.envelope[i], unchoked.envelope[i]) << "still choked at " << i;
+    const auto choked = runOpenHat(3000, 50000).first, unchoked = runOpenHat(-1, 50000).first;
+    EXPECT_TRUE(std::equal(choked.begin() + 50000, choked.begin() + 60000, unchoked.begin() + 50000)) << "still choked";
 }
