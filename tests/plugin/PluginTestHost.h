@@ -102,12 +102,13 @@ public:
     }
 
     // Fires an event by its name, as the panel's buttons and scripts do.
-    void fire(const juce::String& name)
+    static void fire(Quindrel& instance, const juce::String& name)
     {
-        const int uid = plugin->getEvents().getUid(name);
+        const int uid = instance.getEvents().getUid(name);
         EXPECT_GE(uid, 0) << name;
-        plugin->handleEvent(uid);
+        instance.handleEvent(uid);
     }
+    void fire(const juce::String& name) { fire(*plugin, name); }
 
     static Event noteOn(int sample, int key, int velocity = 100)
     {

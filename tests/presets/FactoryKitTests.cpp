@@ -19,37 +19,9 @@ struct Hit
     double centroid;
 };
 
-// One full-velocity hit of an instrument alone: its peak, where its 5 ms RMS
-// stays 40 dB under its loudest, and its brightness as the centroid that the
-// first difference gives.
-Hit measure(const juce::AudioBuffer<float>& audio, int channel)
-{
-    const int length = audio.getNumSamples(), frame = 240;
-    const float* x = audio.getReadPointer(channel);
-    float loudest = 0.0f;
-    std::vector<float> frames;
-    for (int i = 0; i + frame <= length; i += frame)
-    {
-        frames.push_back(audio.getRMSLevel(channel, i, frame));
-        loudest = std::max(loudest, frames.back());
-    }
-    int last = 0;
-    for (int f = 0; f < (int) frames.size(); ++f)
-        if (frames[(size_t) f] > loudest * 0.01f)
-            last = f;
-
-    double energy = 0.0, difference = 0.0;
-    for (int i = 1; i < length / 4; ++i)
-    {
-        energy += (double) x[i] * x[i];
-        difference += ((double) x[i] - x[i - 1]) * ((double) x[i] - x[i - 1]);
-    }
-    return { juce::Decibels::gainToDecibels(audio.getMagnitude(channel, 0, length)), (last + 1) * frame,
-             energy > 0.0 ? rate / juce::MathConstants<double>::twoPi * std::sqrt(difference / energy) : 0.0 };
-}
-
-// Every instrument struck once at full velocity, each alone on an output of
-// its own (twelve at a time).
+// One full-velocity hit of every instrument, each alone on an output of its
+// own (twelve at a time): its peak, where its 5 ms RMS stays 40 dB under its
+// loudest, and its brightness as the centroid that the first difference gives.
 std::vector<Hit> strikeEveryInstrument(int kit)
 {
     std::vector<Hit> hits;
@@ -59,7 +31,6 @@ std::vector<Hit> strikeEveryInstrument(int kit)
         auto& plugin = *host.plugin;
         plugin.setInternalSequencer(false);
         plugin.selectAndApplyPreset(kit);
-
         std::vector<PluginTestHost::Event> notes;
         const int last = std::min(instrumentCount, first + Quindrel::outputCount);
         for (int instrument = first; instrument < last; ++instrument)
@@ -70,10 +41,26 @@ std::vector<Hit> strikeEveryInstrument(int kit)
                 ++key;
             notes.push_back(PluginTestHost::noteOn(0, key, 127));
         }
-
         const auto audio = host.render((int) rate / 2, notes);
-        for (int instrument = first; instrument < last; ++instrument)
-            hits.push_back(measure(audio, 2 * (instrument - first)));
+        for (int channel = 0; channel < 2 * (last - first); channel += 2)
+        {
+            const float* x = audio.getReadPointer(channel);
+            constexpr int frame = 240;
+            float loudest = 0.0f;
+            for (int i = 0; i + frame <= audio.getNumSamples(); i += frame)
+                loudest = std::max(loudest, audio.getRMSLevel(channel, i, frame));
+            int end = 0;
+            for (int i = 0; i + frame <= audio.getNumSamples(); i += frame)
+                end = audio.getRMSLevel(channel, i, frame) > loudest * 0.01f ? i + frame : end;
+            double energy = 0.0, difference = 0.0;
+            for (int i = 1; i < audio.getNumSamples() / 4; ++i)
+            {
+                energy += (double) x[i] * x[i];
+                difference += ((double) x[i] - x[i - 1]) * ((double) x[i] - x[i - 1]);
+            }
+            hits.push_back({ juce::Decibels::gainToDecibels(PluginTestHost::peak(audio, channel)), end,
+                             energy > 0.0 ? rate / juce::MathConstants<double>::twoPi * std::sqrt(difference / energy) : 0.0 });
+        }
     }
     return hits;
 }

@@ -12,8 +12,7 @@ TEST(PresetsXmlFiles, EveryUserFileReaderRefusesADeeplyNestedDocument)
     const juce::TemporaryFile temporary(".xml");
     const auto& file = temporary.getFile();
     constexpr int depth = 300000;
-    ASSERT_TRUE(file.replaceWithText("<?xml version=\"1.0\"?>" + juce::String::repeatedString("<a>", depth)
-                                     + juce::String::repeatedString("</a>", depth)));
+    ASSERT_TRUE(file.replaceWithText("<?xml version=\"1.0\"?>" + juce::String::repeatedString("<a>", depth) + juce::String::repeatedString("</a>", depth)));
 
     PluginTestHost host(48000.0, 512, file); // as the user settings file
     auto& plugin = *host.plugin;
