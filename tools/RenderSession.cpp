@@ -234,15 +234,24 @@ RenderSession::Result RenderSession::run()
     }
 
     result.renderSeconds = (juce::Time::getMillisecondCounterHiRes() - started) / 1000.0;
-    plugin->releaseResources();
-    plugin->setPlayHead(nullptr);
 
+    // The panel as it stands at the last block, before the clocks stop: the
+    // running step and the lights of the instruments that sounded last.
     if (editor != nullptr)
     {
         // Twice: the panel's answer to an update may raise another.
         deliverPendingUpdates();
         deliverPendingUpdates();
+        if (auto* window = dynamic_cast<PluginEditorWindow*>(editor.get()))
+            window->getEditor().idle();
         result.snapshot = editor->createComponentSnapshot(editor->getLocalBounds(), true, 1.0f);
+    }
+
+    plugin->releaseResources();
+    plugin->setPlayHead(nullptr);
+
+    if (editor != nullptr)
+    {
         editor.reset();
         setSkinDirectory({});
     }
