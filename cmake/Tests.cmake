@@ -79,3 +79,10 @@ gtest_discover_tests(quindrel_host_tests
 add_test(NAME plugin.Lv2InfoShowsThePlugin
     COMMAND "${CMAKE_SOURCE_DIR}/scripts/check-lv2" "${QUINDREL_ARTEFACTS}/LV2/Quindrel.lv2" "${QUINDREL_LV2_URI}")
 set_tests_properties(plugin.Lv2InfoShowsThePlugin PROPERTIES LABELS plugin)
+
+# The Standalone's panel in a real X window under Xvfb: clicks, a drag and
+# typed keys from xdotool, compared with quindrel-render's pictures.
+add_test(NAME editor.StandalonePanelWorksInARealWindow
+    COMMAND "${CMAKE_SOURCE_DIR}/scripts/check-standalone-panel"
+            "${QUINDREL_ARTEFACTS}/Standalone/Quindrel" "$<TARGET_FILE:quindrel-render>")
+set_tests_properties(editor.StandalonePanelWorksInARealWindow PROPERTIES LABELS editor TIMEOUT 180)

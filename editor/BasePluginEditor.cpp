@@ -40,6 +40,10 @@ BasePluginEditor::BasePluginEditor(BasePlugin* pluginToUse)
 {
     setLookAndFeel(&lookAndFeel);
     setOpaque(true);
+    // A click on a control that takes no keys leaves the focus with the panel
+    // itself, so that it ends a name's edit instead of starting the edit of
+    // the first display that takes keys; the host keeps the keys it is sent.
+    setWantsKeyboardFocus(true);
 
     tooltipWindow = std::make_unique<juce::TooltipWindow>(this, tooltipDelayMs);
 

@@ -81,7 +81,7 @@ const juce::String lengthHint = "Set pattern length using step buttons.";
 const juce::String learnPrompt = "Waiting for a controller or parameter movement...";
 } // namespace
 
-TEST(PanelBehaviour, ARandomizedTrackShowsItsThresholdKnobWhereTheLevelKnobWas)
+TEST(EditorPanel, ARandomizedTrackShowsItsThresholdKnobWhereTheLevelKnobWas)
 {
     Panel p;
     auto& level = p.control<GFXKnob>("SnareDrumLevelKnob");
@@ -117,7 +117,7 @@ TEST(PanelBehaviour, ARandomizedTrackShowsItsThresholdKnobWhereTheLevelKnobWas)
     EXPECT_TRUE(p.status().getMessage().isEmpty());
 }
 
-TEST(PanelBehaviour, PatternDisplaysReadNotesInHostModeAndGoBlankWithoutTheSequencer)
+TEST(EditorPanel, PatternDisplaysReadNotesInHostModeAndGoBlankWithoutTheSequencer)
 {
     Panel p;
     auto& number = p.control<PatternNumberDisplay>("PatternNumberDisplay");
@@ -143,7 +143,7 @@ TEST(PanelBehaviour, PatternDisplaysReadNotesInHostModeAndGoBlankWithoutTheSeque
     EXPECT_FALSE(p.control<GFXDisplay>("PatternNameDisplay").isEnabled());
 }
 
-TEST(PanelBehaviour, TempoDisplayFollowsTheTempoButTakesTheMouseOnlyWhileTheTempoIsEditable)
+TEST(EditorPanel, TempoDisplayFollowsTheTempoButTakesTheMouseOnlyWhileTheTempoIsEditable)
 {
     Panel p;
     auto& display = p.control<NumericDisplay>("TempoDisplay");
@@ -169,7 +169,7 @@ TEST(PanelBehaviour, TempoDisplayFollowsTheTempoButTakesTheMouseOnlyWhileTheTemp
     EXPECT_GT(tempo.getValue(), editing);
 }
 
-TEST(PanelBehaviour, CtrlClickOnPrevOpensThePatternsMenuOnlyWithTheInternalSequencer)
+TEST(EditorPanel, CtrlClickOnPrevOpensThePatternsMenuOnlyWithTheInternalSequencer)
 {
     Panel p;
     auto& prev = p.control<GFXButton>("PattPrevButton");
@@ -196,7 +196,7 @@ TEST(PanelBehaviour, CtrlClickOnPrevOpensThePatternsMenuOnlyWithTheInternalSeque
     EXPECT_TRUE(p.editor().getSaveMenu().isShown());
 }
 
-TEST(PanelBehaviour, LearnPromptsStayAboveHintsAndFollowThePicks)
+TEST(EditorPanel, LearnPromptsStayAboveHintsAndFollowThePicks)
 {
     Panel p;
     auto& learn = p.control<GFXMultiStateButton>("MidiLearnButton");
@@ -235,7 +235,7 @@ TEST(PanelBehaviour, LearnPromptsStayAboveHintsAndFollowThePicks)
     EXPECT_EQ(p.status().getPriority(), 5);
 }
 
-TEST(PanelBehaviour, EveryInstrumentTriggeredBetweenTwoLooksFlashesOnce)
+TEST(EditorPanel, EveryInstrumentTriggeredBetweenTwoLooksFlashesOnce)
 {
     Panel p;
     p.plugin().setInternalSequencer(false); // notes play the drums
@@ -270,7 +270,7 @@ TEST(PanelBehaviour, EveryInstrumentTriggeredBetweenTwoLooksFlashesOnce)
     EXPECT_EQ(bass.getCurrentState(), 0) << "a trigger is taken once";
 }
 
-TEST(PanelBehaviour, RunningLightFollowsANativeRunAndTheEditedPattern)
+TEST(EditorPanel, RunningLightFollowsANativeRunAndTheEditedPattern)
 {
     Panel p;
     constexpr int samplesPerStep = 6000; // 120 BPM, four steps a beat, 48 kHz
@@ -306,7 +306,7 @@ TEST(PanelBehaviour, RunningLightFollowsANativeRunAndTheEditedPattern)
     EXPECT_TRUE(name.isBlinking());
 }
 
-TEST(PanelBehaviour, ATypedPatternNameNamesTheEditedPatternOnlyWhileWriting)
+TEST(EditorPanel, ATypedPatternNameNamesTheEditedPatternOnlyWhileWriting)
 {
     Panel p;
     auto& display = p.control<GFXDisplay>("PatternNameDisplay");
@@ -336,7 +336,7 @@ TEST(PanelBehaviour, ATypedPatternNameNamesTheEditedPatternOnlyWhileWriting)
     EXPECT_EQ(display.getText(), "Bossa");
 }
 
-TEST(PanelBehaviour, PatternFilesGetTheirExtensionAndComeBackIntoTheEditedSlot)
+TEST(EditorPanel, PatternFilesGetTheirExtensionAndComeBackIntoTheEditedSlot)
 {
     Panel p;
     auto& editor = p.editor();
