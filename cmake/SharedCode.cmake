@@ -42,6 +42,15 @@ target_link_libraries(quindrel_shared
         # Debian links the image codecs from the system
         juce::pkgconfig_JUCE_IMG_LINUX_DEPS)
 
+# Bundles built before the user settings moved out of them may still hold a
+# settings file; nothing writes one there now (scripts/check-lv2 and the hosted
+# tests fail if something does).
+foreach(format LV2 VST3)
+    add_custom_command(TARGET quindrel_shared_${format} PRE_LINK
+        COMMAND "${CMAKE_COMMAND}" -E rm -f "$<TARGET_FILE_DIR:quindrel_shared_${format}>/Quindrel.ini"
+        VERBATIM)
+endforeach()
+
 # GCC 12 at -O3 reports false dangling pointers inside juce_ListenerList.h.
 target_compile_options(quindrel_shared PRIVATE -Wno-dangling-pointer)
 

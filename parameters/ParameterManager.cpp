@@ -228,6 +228,26 @@ void ParameterManager::setText(int id, const juce::String& text)
                   { p.setText(text, true); });
 }
 
+void ParameterManager::showValue(int id, float value)
+{
+    withParameter(id, [=](Parameter& p)
+                  {
+        const double before = p.getValue();
+        p.setValue(value, false);
+        if (p.getValue() != before)
+            p.triggerAsyncUpdateFromAnyThread(); });
+}
+
+void ParameterManager::showText(int id, const juce::String& text)
+{
+    withParameter(id, [&](Parameter& p)
+                  {
+        if (p.getText() == text)
+            return;
+        p.setText(text, false);
+        p.triggerAsyncUpdateFromAnyThread(); });
+}
+
 void ParameterManager::addListenerToAll(Parameter::Listener* listener)
 {
     forEach([=](Parameter& p)

@@ -47,6 +47,13 @@ public:
     void setBool(int id, bool value);
     void setText(int id, const juce::String& text);
 
+    // For rows that show a state kept elsewhere (a pattern's name, tempo or
+    // shuffle): the value is stored and the asynchronous listeners, the panel,
+    // hear of it, but not the synchronous ones, which act on a change made from
+    // outside and would write it back where it came from.
+    void showValue(int id, float value);
+    void showText(int id, const juce::String& text);
+
     void addListenerToAll(Parameter::Listener* listener);
     void removeListenerFromAll(Parameter::Listener* listener);
     void addAsyncListenerToAll(Parameter::Listener* listener);

@@ -3,6 +3,7 @@
 #include <juce_events/juce_events.h>
 
 #include <atomic>
+#include <functional>
 
 // A juce::AsyncUpdater that the audio thread may trigger. JUCE's own trigger
 // posts to the message queue, which takes a lock, may grow the queue and
@@ -27,4 +28,20 @@ private:
     juce::SharedResourcePointer<Poller> poller;
 
     JUCE_DECLARE_NON_COPYABLE(RealtimeAsyncUpdater)
+};
+
+// A RealtimeAsyncUpdater that calls a function, for an owner with more than
+// one kind of work to hand to the message thread.
+class RealtimeAsyncCallback : public RealtimeAsyncUpdater
+{
+public:
+    explicit RealtimeAsyncCallback(std::function<void()> callbackToUse)
+        : callback(std::move(callbackToUse))
+    {
+    }
+
+    void handleAsyncUpdate() override { callback(); }
+
+private:
+    std::function<void()> callback;
 };

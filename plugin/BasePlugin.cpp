@@ -7,18 +7,27 @@
 
 PluginPaths PluginPaths::forLoadedModule(const juce::String& pluginName)
 {
+    // JUCE's folder for user data is ~/.config whatever XDG_CONFIG_HOME says.
+    const auto xdgConfig = juce::SystemStats::getEnvironmentVariable("XDG_CONFIG_HOME", {});
+    const auto userData = juce::File::isAbsolutePath(xdgConfig) ? juce::File(xdgConfig)
+                                                                : juce::File::getSpecialLocation(juce::File::userApplicationDataDirectory);
+    return forModule(pluginName,
+                     juce::File::getSpecialLocation(juce::File::currentExecutableFile),
+                     juce::File::getSpecialLocation(juce::File::hostApplicationPath),
+                     userData);
+}
+
+PluginPaths PluginPaths::forModule(const juce::String& pluginName, const juce::File& module,
+                                   const juce::File& hostExecutable, const juce::File& userDataDirectory)
+{
     PluginPaths paths;
-    paths.pluginFile = juce::File::getSpecialLocation(juce::File::currentExecutableFile);
+    paths.pluginFile = module;
 
-    const auto settingsName = pluginName + ".ini";
-    const auto directory = paths.pluginFile.getParentDirectory();
+    const auto host = hostExecutable.getFileName();
+    if (host.startsWith("juce_lv2_helper") || host.startsWith("juce_vst3_helper"))
+        return paths;
 
-    if (directory.isDirectory() && directory.hasWriteAccess())
-        paths.settingsFile = directory.getChildFile(settingsName);
-    else
-        paths.settingsFile = juce::File::getSpecialLocation(juce::File::userApplicationDataDirectory)
-                                 .getChildFile(pluginName)
-                                 .getChildFile(settingsName);
+    paths.settingsFile = userDataDirectory.getChildFile(pluginName).getChildFile(pluginName + ".ini");
     return paths;
 }
 

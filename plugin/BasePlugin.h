@@ -26,9 +26,14 @@ struct PluginPaths
     bool writeSettings = true;
 
     // The loaded module (VST3 or LV2 binary, or the executable), and the user
-    // settings file: "<name>.ini" beside it when that folder is writable,
-    // otherwise in the user's application-data folder under the plug-in's name.
+    // settings file: "<name>.ini" in the user's configuration folder under the
+    // plug-in's name ($XDG_CONFIG_HOME or ~/.config, then Quindrel), shared by
+    // every format and never inside a bundle. A build tool that loads the
+    // plug-in only to describe it (JUCE's LV2 manifest helper) gets no settings
+    // file: it takes the defaults and writes nothing.
     static PluginPaths forLoadedModule(const juce::String& pluginName);
+    static PluginPaths forModule(const juce::String& pluginName, const juce::File& module,
+                                 const juce::File& hostExecutable, const juce::File& userDataDirectory);
 };
 
 // The frame of every plug-in of this family on top of juce::AudioProcessor:

@@ -3,8 +3,17 @@
 #include "parameters/ParameterIds.h"
 #include "parameters/StateParameters.h"
 
+#include <cmath>
+
 namespace
 {
+// Half a percent rounds away from zero: 0.125 reads "13%". The value is taken
+// as the float the host and the panel hold, so that 0.1 of 0.8 is 0.125 too.
+juce::String percentText(float normalised)
+{
+    return juce::String(std::lround((double) normalised * 100.0)) + "%";
+}
+
 const char* const sequencerEvents[] = {
     "Toggle Internal Sequencer", "Toggle Internal Sync", "Toggle Host Mode", "Toggle Note Off Mode",
     "Toggle Pattern Write Mode", "Toggle Auto Follow Mode", "Toggle Randomizer", "Toggle Length Mode",
@@ -39,8 +48,6 @@ DrumMachine::DrumMachine(const PluginPaths& paths, int outputCountToUse, int out
         output = 1;
     for (auto& output : storedInstrumentOutput)
         output = 1;
-    for (auto& entry : enabled)
-        entry = 1;
 
     triggerOutput = outputCount;
 }
@@ -125,13 +132,11 @@ void DrumMachine::parameterChanged(Parameter& parameter)
     }
     else if (id >= ParameterIds::mute && id < ParameterIds::mute + instrumentCount)
     {
-        muted[(size_t) (id - ParameterIds::mute)] = parameter.getBool();
-        updateEnabled();
+        setInstrumentFlag(muted, id - ParameterIds::mute, parameter.getBool());
     }
     else if (id >= ParameterIds::solo && id < ParameterIds::solo + instrumentCount)
     {
-        soloed[(size_t) (id - ParameterIds::solo)] = parameter.getBool();
-        updateEnabled();
+        setInstrumentFlag(soloed, id - ParameterIds::solo, parameter.getBool());
     }
     else if (id >= ParameterIds::randThreshold && id < ParameterIds::randThreshold + trackCount)
     {
@@ -155,51 +160,89 @@ void DrumMachine::parameterChanged(Parameter& parameter)
     }
     else if (sequencer != nullptr && isEditing())
     {
+        // A change made from outside (the panel, MIDI) goes into the edited
+        // pattern, and the row then shows what the pattern kept. The displays'
+        // own refreshes never come here (they only show), and a notification
+        // that repeats what the pattern holds, as at start-up, writes nothing:
+        // a float row would round the pattern's double.
+        const auto differs = [&parameter](double kept)
+        { return (float) kept != (float) parameter.getValue(); };
+
         if (id == ParameterIds::patternName)
         {
-            sequencer->setEditedName(parameter.getText());
-            parameterManager.setText(ParameterIds::patternName, sequencer->getEditedName());
-            updateHostDisplay();
+            // Names are set from the panel; no other thread reads or writes one.
+            if (juce::MessageManager::existsAndIsCurrentThread() && parameter.getText() != sequencer->getEditedName())
+            {
+                sequencer->setEditedName(parameter.getText());
+                parameterManager.showText(ParameterIds::patternName, sequencer->getEditedName());
+            }
         }
-        else if (id == ParameterIds::patternTempo && internalSync)
+        else if (id == ParameterIds::patternTempo && internalSync && differs(sequencer->getEditedTempo()))
         {
             sequencer->setEditedTempo(parameter.getValue());
-            parameterManager.setValue(ParameterIds::patternTempo, (float) sequencer->getEditedTempo());
+            parameterManager.showValue(ParameterIds::patternTempo, (float) sequencer->getEditedTempo());
         }
-        else if (id == ParameterIds::patternShuffle)
+        else if (id == ParameterIds::patternShuffle && differs(sequencer->getEditedShuffle()))
         {
             sequencer->setEditedShuffle(parameter.getValue());
-            parameterManager.setValue(ParameterIds::patternShuffle, (float) sequencer->getEditedShuffle());
+            parameterManager.showValue(ParameterIds::patternShuffle, (float) sequencer->getEditedShuffle());
         }
-        else if (id == ParameterIds::patternFlam)
+        else if (id == ParameterIds::patternFlam && differs(sequencer->getEditedFlam()))
         {
             sequencer->setEditedFlam(parameter.getValue());
-            parameterManager.setValue(ParameterIds::patternFlam, (float) sequencer->getEditedFlam());
+            parameterManager.showValue(ParameterIds::patternFlam, (float) sequencer->getEditedFlam());
         }
     }
 
     BasePluginOldStyle::parameterChanged(parameter);
 }
 
+void DrumMachine::updatePatternSettingsRows()
+{
+    if (sequencer == nullptr)
+        return;
+
+    // The audio thread never copies a name (the panel may be replacing it), and
+    // these rows must show the pattern that the panel edits now.
+    if (!juce::MessageManager::existsAndIsCurrentThread())
+    {
+        patternSettingsUpdate.triggerAsyncUpdateFromAnyThread();
+        return;
+    }
+
+    using namespace ParameterIds;
+    const bool intSeq = internalSequencer;
+    const bool editing = isEditing();
+    parameterManager.showText(patternName, !intSeq ? juce::String() : editing ? sequencer->getEditedName()
+                                                                              : sequencer->getNativeName());
+    parameterManager.showValue(patternFlam, (float) sequencer->getEditedFlam());
+    parameterManager.showValue(patternShuffle, (float) sequencer->getEditedShuffle());
+    parameterManager.showValue(patternTempo, (float) (!intSeq ? 0.0 : editing ? sequencer->getEditedTempo()
+                                                                              : sequencer->getNativeTempo()));
+}
+
+void DrumMachine::setInstrumentFlag(std::atomic<juce::uint32>& flags, int instrument, bool on)
+{
+    const auto bit = 1u << instrument;
+    if (on)
+        flags.fetch_or(bit);
+    else
+        flags.fetch_and(~bit);
+    updateEnabled();
+}
+
 void DrumMachine::updateEnabled()
 {
-    for (auto& entry : enabled)
-        entry = 1;
-
-    const bool anySolo = std::any_of(soloed.begin(), soloed.end(), [](bool s)
-                                     { return s; });
-
-    for (int i = 0; i < numInstruments; ++i)
+    // With a solo active, only the soloed instruments sound, mutes or not.
+    // Two threads may recompute at once: each stores the whole mask from one
+    // reading of the flags, and goes round again if they changed meanwhile,
+    // so that the last store always reflects the last change.
+    for (;;)
     {
-        if (anySolo)
-        {
-            if (!soloed[(size_t) i])
-                enabled[(size_t) i] = 0;
-        }
-        else if (muted[(size_t) i])
-        {
-            enabled[(size_t) i] = 0;
-        }
+        const auto m = muted.load(), s = soloed.load();
+        enabled.store(s != 0 ? s : allInstruments & ~m);
+        if (muted.load() == m && soloed.load() == s)
+            return;
     }
 }
 
@@ -214,7 +257,7 @@ juce::String DrumMachine::getParameterDisplayText(int id) const
         return juce::String(parameter->getValue());
 
     if (id == ParameterIds::patternShuffle || id == ParameterIds::patternFlam)
-        return juce::String(juce::roundToInt(parameter->getNormalised() * 100.0)) + "%";
+        return percentText((float) parameter->getNormalised());
 
     if (id <= ParameterIds::lastHostParameter)
         return getHostParameterTextFor(id, (float) parameter->getNormalised());
@@ -234,7 +277,7 @@ juce::String DrumMachine::getHostParameterTextFor(int index, float normalisedVal
         return normalisedValue >= 0.5f ? "On" : "Off";
 
     if (index <= ParameterIds::lastHostParameter)
-        return juce::String(juce::roundToInt((double) normalisedValue * 100.0)) + "%";
+        return percentText(normalisedValue);
 
     return BasePluginOldStyle::getHostParameterTextFor(index, normalisedValue);
 }

@@ -107,9 +107,9 @@ public:
     bool takeMidiActivity() { return midiActivity.exchange(0) != 0; }
 
     // Mode flags, read by block processing, set by events and settings.
-    std::atomic<bool> internalSequencer{ true }, internalSync{ true }, hostMode{ false }, noteOffMode{ false };
-    std::atomic<int> hostPlayDetection{ byTransportChange };
-    std::atomic<bool> writeMode{ false }, autoFollow{ false }, randomizerOn{ false }, lengthMode{ false }, tapMode{ false }, flamMode{ false };
+    RelaxedAtomic<bool> internalSequencer{ true }, internalSync{ true }, hostMode{ false }, noteOffMode{ false };
+    RelaxedAtomic<int> hostPlayDetection{ byTransportChange };
+    RelaxedAtomic<bool> writeMode{ false }, autoFollow{ false }, randomizerOn{ false }, lengthMode{ false }, tapMode{ false }, flamMode{ false };
     // The defaults a new instance takes, from the user settings.
     bool defaultInternalSequencer = true, defaultInternalSync = true, defaultHostMode = false, defaultNoteOffMode = false;
 
@@ -123,9 +123,10 @@ public:
     Clock nativeGateClock;
     Clock hostGateClock;
 
-    // Editing selection of the sequencer's tracks, and the clipboard flags.
-    std::array<juce::uint8, trackCount> selectedTracks{};
-    int selectedTrack = 0;
+    // Editing selection of the sequencer's tracks (the step lights read it on
+    // the audio thread too), and the clipboard flags.
+    std::array<RelaxedAtomic<juce::uint8>, trackCount> selectedTracks{};
+    RelaxedAtomic<int> selectedTrack{ 0 };
     bool trackClipboardFull = false;
     bool patternClipboardFull = false;
     std::array<juce::uint8, trackCount> clipboardTracks{};
@@ -144,6 +145,9 @@ public:
     virtual void updateLengthModeState();
     virtual void updateStepLights();
     virtual void updatePatternDisplays();
+    // The rows of the shown pattern's name, flam, shuffle and tempo. They are
+    // set on the message thread only: from any other, this hands them to it.
+    void updatePatternSettingsRows();
     void updateStepBlinking();
     // "Native Mode Ready State": the sequencer on, in native play mode, stopped.
     void updateNativeModeReadyState();
@@ -223,6 +227,7 @@ private:
     void flushPending();
     void renderOneFrame(int index);
     void prepareOutputChannels(juce::AudioBuffer<float>& buffer);
+    void setInstrumentFlag(std::atomic<juce::uint32>& flags, int instrument, bool on);
     void updateEnabled();
     void readDrumMapVersion(const juce::XmlElement& xml, const char* keyAttribute);
 
@@ -238,15 +243,17 @@ private:
     bool wasPlaying = false;
     bool lowestCStarted = false;
     int heldPatternNotes = 0;
-    int runState = 0;
+    RelaxedAtomic<int> runState{ 0 }; // read by the Start/Stop event
     std::array<std::atomic<int>, trackCount> activityFlags{};
     std::atomic<int> midiActivity{ 0 };
-    double accentLevel = 0.0;
+    RelaxedAtomic<double> accentLevel{ 0.0 };
     std::array<juce::uint8, instrumentCount> heldOutNotes{};
 
-    // Mute and solo, and what they leave enabled.
-    std::array<bool, instrumentCount> muted{}, soloed{};
-    std::array<std::atomic<int>, instrumentCount> enabled;
+    // Mute and solo, and what they leave enabled, as one bit an instrument.
+    // Any thread may change mute and solo (automation, MIDI, the panel);
+    // triggers read enabled with one load, so they see it whole.
+    static constexpr juce::uint32 allInstruments = (1u << instrumentCount) - 1;
+    std::atomic<juce::uint32> muted{ 0 }, soloed{ 0 }, enabled{ allInstruments };
 
     // Outputs: where each output's left and right channel start in this
     // block's buffer, or null where the host gave none.
@@ -265,4 +272,7 @@ private:
     juce::String drumMapFile;
 
     const juce::String outputShortName;
+
+    RealtimeAsyncCallback patternSettingsUpdate{ [this]
+                                                 { updatePatternSettingsRows(); } };
 };

@@ -337,7 +337,7 @@ void DrumMachine::pressStepWhileEditing(int step)
 
     if (tracks.size() <= 1)
     {
-        sequencer->toggleStep(tracks.empty() ? selectedTrack : tracks.front(), step, flamMode);
+        sequencer->toggleStep(tracks.empty() ? selectedTrack.load() : tracks.front(), step, flamMode);
     }
     else
     {

@@ -218,15 +218,7 @@ void DrumMachine::updatePatternDisplays()
     updateStepLights();
     updateStepLengthLamps();
     updatePatternNumber();
-
-    const bool intSeq = internalSequencer;
-    const bool editing = isEditing();
-    parameterManager.setText(patternName, !intSeq ? juce::String() : editing ? sequencer->getEditedName()
-                                                                             : sequencer->getNativeName());
-    parameterManager.setValue(patternFlam, (float) sequencer->getEditedFlam());
-    parameterManager.setValue(patternShuffle, (float) sequencer->getEditedShuffle());
-    parameterManager.setValue(patternTempo, (float) (!intSeq ? 0.0 : editing ? sequencer->getEditedTempo()
-                                                                             : sequencer->getNativeTempo()));
+    updatePatternSettingsRows();
     updateScaleRows();
     updateNativeModeReadyState();
 }

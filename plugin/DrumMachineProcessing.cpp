@@ -203,7 +203,7 @@ void DrumMachine::processBlock(juce::AudioBuffer<float>& buffer, juce::MidiBuffe
             handleMidiEvent(message);
         }
 
-        const bool tapNow = sequencer->tapRequested;
+        const bool tapNow = sequencer->takeTapRequest();
         if (tapNow)
             (host ? static_cast<Clock&>(hostClock) : static_cast<Clock&>(nativeClock)).needsUpdate = true;
 
@@ -266,7 +266,6 @@ void DrumMachine::processBlock(juce::AudioBuffer<float>& buffer, juce::MidiBuffe
             {
                 sequencer->applyTap(true, false, host);
             }
-            sequencer->tapRequested = false;
         }
 
         ++sampleInBlock;
@@ -389,7 +388,9 @@ void DrumMachine::handleMidiEvent(const juce::MidiMessage& message)
     }
     else if (key >= 12 && key <= 107)
     {
-        if (sequencer->getHostPattern() == key - 12)
+        // A release that finds no key held (controller 123 came first, as many
+        // hosts send it on stop) changes nothing, so the count never goes below 0.
+        if (sequencer->getHostPattern() == key - 12 && heldPatternNotes > 0)
         {
             if (--heldPatternNotes == 0 && noteOffMode)
             {
@@ -403,11 +404,11 @@ void DrumMachine::handleMidiEvent(const juce::MidiMessage& message)
 
 void DrumMachine::triggerInstrument(int instrument, float velocity)
 {
-    if (instrument < instrumentCount && enabled[(size_t) instrument] == 0)
+    if (instrument < instrumentCount && ((enabled.load(std::memory_order_relaxed) >> instrument) & 1) == 0)
         return;
 
     core->trigger(instrument, velocity);
-    activityFlags[(size_t) instrument] = 1;
+    activityFlags[(size_t) instrument].store(1, std::memory_order_relaxed);
 
     if (instrument < instrumentCount)
     {

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "parameters/RealtimeAsyncUpdater.h"
+#include "parameters/RelaxedAtomic.h"
 
 #include <juce_events/juce_events.h>
 
@@ -86,7 +87,7 @@ public:
     int samplesToChange = 0;
     int state = -1;
     int nextState = 0;
-    bool running = false;
+    RelaxedAtomic<bool> running{ false }; // read by the panel too
     bool needsUpdate = true;
     bool firstTick = false; // the last change of state left state -1
     bool tickedNow = false;

@@ -57,6 +57,16 @@ int DrumMachineSeq::getRandomizedStep(int track, int step) const
     return isMaskedByRandomizer(pattern, track, step) ? 0 : pattern->getStep(track, step);
 }
 
+bool DrumMachineSeq::takeTapValues()
+{
+    if (!tapRequested.exchange(false, std::memory_order_acquire))
+        return false;
+
+    for (size_t track = 0; track < (size_t) numTracks; ++track)
+        pendingTapValues[track] = tapValues[track].load(std::memory_order_relaxed);
+    return true;
+}
+
 void DrumMachineSeq::applyTap(bool play, bool write, bool host)
 {
     bool any = false;
@@ -64,7 +74,7 @@ void DrumMachineSeq::applyTap(bool play, bool write, bool host)
 
     for (int track = 0; track < numTracks; ++track)
     {
-        const int value = tapValues[(size_t) track];
+        const int value = pendingTapValues[(size_t) track];
         if (value == 0)
             continue;
 
@@ -78,7 +88,7 @@ void DrumMachineSeq::applyTap(bool play, bool write, bool host)
     if (any && plugin != nullptr)
         plugin->updateStepLights();
 
-    tapValues.fill(0);
+    pendingTapValues.fill(0);
 }
 
 //==============================================================================

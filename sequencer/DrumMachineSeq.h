@@ -1,6 +1,7 @@
 #pragma once
 
 #include "parameters/InstrumentNames.h"
+#include "parameters/RelaxedAtomic.h"
 #include "sequencer/RandomGenerator.h"
 
 #include <juce_core/juce_core.h>
@@ -172,7 +173,7 @@ public:
     // Writes a tapped value into the playing pattern at its current step (audio thread).
     virtual void recordStep(int /*track*/, int /*value*/, int /*type*/) {}
 
-    // Sounds and/or records the tracks of a waiting tap, then clears it (audio thread).
+    // Sounds and/or records the tracks of the tap taken, then clears it (audio thread).
     void applyTap(bool play, bool write, bool host);
 
     // What is loaded at start, from the user settings.
@@ -181,8 +182,9 @@ public:
     int patternsResourceKind = factoryPatterns;
     juce::String hostResourceFile, nativeResourceFile, patternsResourceFile;
 
-    bool hostPlaying = false;
-    bool nativePlaying = false;
+    // Written by the audio thread, read by the panel.
+    RelaxedAtomic<bool> hostPlaying{ false };
+    RelaxedAtomic<bool> nativePlaying{ false };
 
     // The randomizer's draws and the seeds of its earlier results (message thread).
     RandomGenerator randomGenerator;
@@ -201,12 +203,20 @@ public:
     // No result: no track under the mask, every level -1.
     void resetRandomizer();
 
-    // A tap crosses from the message thread by these plain fields; tapRequested
-    // is written last.
-    std::array<int, numTracks> tapValues{};
-    bool tapRequested = false;
+    // A tap crosses from the message thread: the panel writes every track's
+    // value, then raises tapRequested; the audio thread takes the flag and the
+    // values together (takeTapRequest), so a tap requested while another is
+    // being handled waits for the next sample instead of being lost.
+    std::array<std::atomic<int>, numTracks> tapValues{};
+    std::atomic<bool> tapRequested{ false };
+    // Audio thread only: the tap taken, and whether it waits for the next step.
+    std::array<int, numTracks> pendingTapValues{};
     bool tapDeferred = false;
     int tapType = nativeType;
+
+    // Audio thread, every sample: takes a requested tap into pendingTapValues,
+    // if there is one. A plain load until a tap waits.
+    bool takeTapRequest() { return tapRequested.load(std::memory_order_relaxed) && takeTapValues(); }
 
     DrumMachine* plugin = nullptr;
     DrumMachineCore* core = nullptr;
@@ -216,6 +226,8 @@ public:
 protected:
     // The slot a single pattern of this type is loaded into or saved from.
     virtual int editedIndexOf(int /*type*/) const { return 0; }
+
+    bool takeTapValues();
 
     // The randomizer's mask for one step: true if the track is hidden there.
     bool isMaskedByRandomizer(const Pattern* pattern, int track, int step) const;

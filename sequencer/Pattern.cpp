@@ -27,18 +27,14 @@ void Pattern::setStep(int track, int step, int value)
     // The accent track knows only off and accented.
     if (track == Tracks::accent && (value & 1) != 0)
         value |= 2;
-    auto& s = steps[(size_t) track][(size_t) step];
-    s.on = (value & 1) != 0 ? 1 : 0;
-    s.accent = (value & 2) != 0 ? 1 : 0;
+    steps[(size_t) track][(size_t) step] = (uint8_t) (value & 3);
 }
 
 void Pattern::setRawStep(int track, int step, bool on, bool accent)
 {
     if (!isValid(track, step))
         return;
-    auto& s = steps[(size_t) track][(size_t) step];
-    s.on = on ? 1 : 0;
-    s.accent = accent ? 1 : 0;
+    steps[(size_t) track][(size_t) step] = (uint8_t) ((accent ? 2 : 0) | (on ? 1 : 0));
 }
 
 void Pattern::copyTrackFrom(const Pattern& source, int sourceTrack, int targetTrack)
@@ -52,13 +48,13 @@ void Pattern::copyTrackFrom(const Pattern& source, int sourceTrack, int targetTr
 void Pattern::clearTrack(int track)
 {
     if (isValid(track, 0))
-        steps[(size_t) track].fill(Step{});
+        steps[(size_t) track].fill(0);
 }
 
 void Pattern::clearSteps()
 {
     for (auto& track : steps)
-        track.fill(Step{});
+        track.fill(0);
 }
 
 void Pattern::rotateTrack(int track, bool left)
@@ -86,10 +82,11 @@ void Pattern::rotateTrack(int track, bool left)
 
 juce::String Pattern::getTrackString(int track) const
 {
+    const int count = length;
     char text[stepCount];
-    for (int step = 0; step < length; ++step)
+    for (int step = 0; step < count; ++step)
         text[step] = (char) StepNotation::toCharacter(getStep(track, step));
-    return juce::String(text, (size_t) length);
+    return juce::String(text, (size_t) count);
 }
 
 void Pattern::setTrackString(int track, const juce::String& text)

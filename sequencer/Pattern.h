@@ -1,6 +1,7 @@
 #pragma once
 
 #include "parameters/InstrumentNames.h"
+#include "parameters/RelaxedAtomic.h"
 
 #include <juce_core/juce_core.h>
 
@@ -22,16 +23,6 @@ inline int indexOf(const juce::String& code)
 }
 } // namespace Tracks
 
-// One step: two bytes, each 0 or 1. Its value is (accent ? 2 : 0) | (on ? 1 : 0):
-// 0 off, 1 on, 3 on and accented; 2 behaves as off.
-struct Step
-{
-    uint8_t on = 0;
-    uint8_t accent = 0;
-
-    int getValue() const { return (accent != 0 ? 2 : 0) | (on != 0 ? 1 : 0); }
-};
-
 // Step notation of pattern files: "." off, "o" on, "O" accented.
 namespace StepNotation
 {
@@ -42,7 +33,9 @@ int fromCharacter(juce::juce_wchar character);
 // One host pattern, or one part of a native pattern: 18 tracks of 16 steps
 // and the settings that go with them. Every setter clamps to the valid range
 // and none fails. Written on the message thread and read by the audio thread
-// without a lock; reading a step is one indexed load and never allocates.
+// without a lock: each step and each setting is one relaxed atomic word, so a
+// reader sees it whole; reading a step is one indexed load and never
+// allocates. The name is for the message thread only.
 //
 // A plain assignment copies everything. Pasting uses `copyFrom`, which keeps
 // the target's tempo and `canBeEmpty`.
@@ -61,7 +54,7 @@ public:
     // the accent track a value with bit 0 set is stored with bit 1 set too.
     int getStep(int track, int step) const
     {
-        return isValid(track, step) ? steps[(size_t) track][(size_t) step].getValue() : 0;
+        return isValid(track, step) ? steps[(size_t) track][(size_t) step].load() : 0;
     }
     void setStep(int track, int step, int value);
 
@@ -119,13 +112,17 @@ private:
         return (unsigned) track < (unsigned) Tracks::count && (unsigned) step < (unsigned) stepCount;
     }
 
+    // A step's value in one byte: (accent ? 2 : 0) | (on ? 1 : 0); 0 off, 1 on,
+    // 3 on and accented, 2 behaves as off.
+    using Step = RelaxedAtomic<uint8_t>;
+
     std::array<std::array<Step, stepCount>, Tracks::count> steps{};
     juce::String name{ "Empty" };
-    int length = stepCount;
-    double shuffle = 0.0;
-    double tempo = 120.0;
-    bool canBeEmpty = false;
-    int scale = 4;
+    RelaxedAtomic<int> length{ stepCount };
+    RelaxedAtomic<double> shuffle{ 0.0 };
+    RelaxedAtomic<double> tempo{ 120.0 };
+    RelaxedAtomic<bool> canBeEmpty{ false };
+    RelaxedAtomic<int> scale{ 4 };
 };
 
 // One variation of a native pattern: two parts, with shuffle and tempo for
@@ -159,8 +156,8 @@ public:
 
 private:
     std::array<Pattern, partCount> parts;
-    double shuffle = 0.0;
-    double tempo = 120.0;
+    RelaxedAtomic<double> shuffle{ 0.0 };
+    RelaxedAtomic<double> tempo{ 120.0 };
 };
 
 // A native pattern: variations A (index 0) and B (index 1), and a name.

@@ -126,14 +126,14 @@ bool QuindrelSeq::advanceNative()
 
     // The pass is over: what comes next was chosen at any time before.
     if (passCount != -1)
-        basicVariation = basicVariationMode == variationAB ? 1 - basicVariation : basicVariationMode;
+        basicVariation = basicVariationMode == variationAB ? 1 - basicVariation : basicVariationMode.load();
 
     nativePart = 0;
 
     auto playFill = [this](bool fill)
     {
-        nativePattern = fill ? fillPattern : basicPattern;
-        nativeVariation = fill ? fillVariationMode : basicVariation;
+        nativePattern = fill ? fillPattern.load() : basicPattern.load();
+        nativeVariation = fill ? fillVariationMode.load() : basicVariation.load();
     };
 
     if (autoFill == 0)

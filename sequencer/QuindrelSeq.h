@@ -211,23 +211,25 @@ private:
     std::array<Pattern, hostPatternCount> hostPatterns;
     std::array<NativePattern, nativePatternCount> nativePatterns;
 
-    // Play state.
+    // Play state. The mark belongs to the audio thread; the other fields are
+    // written by one thread and read by the other (or, like the edited
+    // pattern, written by both), each a word of its own.
     int markedPattern = 0, markedVariation = 0, markedPart = 0, markedPlaying = 0;
-    int editedHostPattern = 0;
-    int hostPattern = 0;
-    int hostStep = 0;
-    int nativePattern = 0;
-    int nativeVariation = 0;
-    int nativePart = 0;
-    int nativeStep = 0;
-    int editedNativePattern = 0, editedVariation = 0, editedPart = 0;
-    int basicPattern = 0;
-    int basicVariation = 0;
-    int fillPattern = basicPatternCount;
-    int startType = startWithBasic;
-    bool fillRequested = false;
-    int autoFill = 0;
-    int passCount = 0;
-    int basicVariationMode = variationA;
-    int fillVariationMode = variationA;
+    RelaxedAtomic<int> editedHostPattern{ 0 };
+    RelaxedAtomic<int> hostPattern{ 0 };
+    RelaxedAtomic<int> hostStep{ 0 };
+    RelaxedAtomic<int> nativePattern{ 0 };
+    RelaxedAtomic<int> nativeVariation{ 0 };
+    RelaxedAtomic<int> nativePart{ 0 };
+    RelaxedAtomic<int> nativeStep{ 0 };
+    RelaxedAtomic<int> editedNativePattern{ 0 }, editedVariation{ 0 }, editedPart{ 0 };
+    RelaxedAtomic<int> basicPattern{ 0 };
+    RelaxedAtomic<int> basicVariation{ 0 };
+    RelaxedAtomic<int> fillPattern{ basicPatternCount };
+    RelaxedAtomic<int> startType{ startWithBasic };
+    RelaxedAtomic<bool> fillRequested{ false };
+    RelaxedAtomic<int> autoFill{ 0 };
+    RelaxedAtomic<int> passCount{ 0 };
+    RelaxedAtomic<int> basicVariationMode{ variationA };
+    RelaxedAtomic<int> fillVariationMode{ variationA };
 };

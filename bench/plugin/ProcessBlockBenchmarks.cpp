@@ -1,6 +1,7 @@
 // processBlock as a host calls it, as a multiple of real time: silence, a busy
-// MIDI groove on the instruments, and the bare engine rendering the same hits,
-// so that the cost of block processing over the engine shows.
+// MIDI groove on the instruments, the sequencer playing a factory pattern, and
+// the bare engine rendering the groove's hits, so that the cost of block
+// processing over the engine shows.
 
 #include "engine/QuindrelCore.h"
 #include "plugin/Quindrel.h"
@@ -22,12 +23,15 @@ const std::vector<std::vector<int>> groove = {
 
 struct Instance
 {
-    Instance(bool busyToUse)
+    Instance(bool busyToUse, bool sequencerToUse = false)
         : busy(busyToUse)
     {
         plugin = Quindrel::createInstance({});
-        plugin->setInternalSequencer(false);
+        plugin->setInternalSequencer(sequencerToUse);
         plugin->prepareToPlay(sampleRate, 4096);
+        // The sequencer runs the factory's first native pattern, started as the Start button does.
+        if (sequencerToUse)
+            plugin->runRequest = 1;
     }
 
     void process(juce::AudioBuffer<float>& buffer, juce::MidiBuffer& midi)
@@ -53,10 +57,10 @@ struct Instance
     std::unique_ptr<Quindrel> plugin;
 };
 
-void processBlocks(benchmark::State& state, bool busy)
+void processBlocks(benchmark::State& state, bool busy, bool sequencer = false)
 {
     juce::ScopedJuceInitialiser_GUI juce;
-    Instance instance(busy);
+    Instance instance(busy, sequencer);
     const int blockSize = (int) state.range(0);
     juce::AudioBuffer<float> buffer(instance.plugin->getTotalNumOutputChannels(), blockSize);
     juce::MidiBuffer midi;
@@ -72,6 +76,7 @@ void processBlocks(benchmark::State& state, bool busy)
 
 void BM_ProcessBlockSilence(benchmark::State& state) { processBlocks(state, false); }
 void BM_ProcessBlockGroove(benchmark::State& state) { processBlocks(state, true); }
+void BM_ProcessBlockSequencer(benchmark::State& state) { processBlocks(state, false, true); }
 
 // The engine alone with the same hits, one frame at a time.
 void BM_EngineAloneGroove(benchmark::State& state)
@@ -101,4 +106,5 @@ void BM_EngineAloneGroove(benchmark::State& state)
 
 BENCHMARK(BM_ProcessBlockSilence)->Arg(32)->Arg(64)->Arg(512);
 BENCHMARK(BM_ProcessBlockGroove)->Arg(32)->Arg(64)->Arg(512);
+BENCHMARK(BM_ProcessBlockSequencer)->Arg(64)->Arg(512);
 BENCHMARK(BM_EngineAloneGroove);

@@ -1,5 +1,6 @@
 // Loads the built plug-in the way a real host does, through JUCE's own VST3
-// and LV2 hosting, and plays it.
+// and LV2 hosting, and plays it. The user's settings go to a folder of the
+// test's own, never to the real one.
 
 #include "support/JuceEnvironment.h"
 
@@ -63,6 +64,17 @@ float playFourBars(juce::AudioPluginInstance& plugin)
     return peak;
 }
 
+juce::File settingsFolder()
+{
+    return juce::File(juce::SystemStats::getEnvironmentVariable("XDG_CONFIG_HOME", {})).getChildFile("Quindrel");
+}
+
+// Every settings file that an instance left inside the bundle.
+juce::Array<juce::File> settingsFilesIn(const juce::File& bundle)
+{
+    return bundle.findChildFiles(juce::File::findFiles, true, "*.ini");
+}
+
 void checkInstance(juce::AudioPluginInstance& plugin)
 {
     EXPECT_EQ(plugin.getName(), "Quindrel");
@@ -86,24 +98,38 @@ void checkInstance(juce::AudioPluginInstance& plugin)
 
 TEST(PluginHosted, Vst3LoadsAndPlays)
 {
+    settingsFolder().deleteRecursively();
     juce::VST3PluginFormat format;
     auto plugin = load(format, QUINDREL_VST3_PATH);
     ASSERT_NE(plugin, nullptr) << QUINDREL_VST3_PATH;
     checkInstance(*plugin);
+    plugin.reset();
+    EXPECT_TRUE(settingsFilesIn(juce::File(QUINDREL_VST3_PATH)).isEmpty()) << "a settings file in the bundle";
+    EXPECT_TRUE(settingsFolder().getChildFile("Quindrel.ini").existsAsFile()) << "the user's settings were not written";
 }
 
 TEST(PluginHosted, Lv2LoadsAndPlays)
 {
+    settingsFolder().deleteRecursively();
     juce::LV2PluginFormat format;
     format.searchPathsForPlugins(juce::FileSearchPath(QUINDREL_LV2_DIR), true, false);
     auto plugin = load(format, QUINDREL_LV2_URI);
     ASSERT_NE(plugin, nullptr) << QUINDREL_LV2_URI;
     checkInstance(*plugin);
+    plugin.reset();
+    EXPECT_TRUE(settingsFilesIn(juce::File(QUINDREL_LV2_DIR)).isEmpty()) << "a settings file in the bundle";
+    EXPECT_TRUE(settingsFolder().getChildFile("Quindrel.ini").existsAsFile()) << "the user's settings were not written";
 }
 
 int main(int argc, char** argv)
 {
+    const juce::TemporaryFile config;
+    config.getFile().createDirectory();
+    setenv("XDG_CONFIG_HOME", config.getFile().getFullPathName().toRawUTF8(), 1);
+
     ::testing::InitGoogleTest(&argc, argv);
     ::testing::AddGlobalTestEnvironment(new JuceEnvironment());
-    return RUN_ALL_TESTS();
+    const int result = RUN_ALL_TESTS();
+    config.getFile().deleteRecursively();
+    return result;
 }

@@ -5,6 +5,8 @@
 
 #include <gtest/gtest.h>
 
+#include <thread>
+
 namespace
 {
 // A sequencer that plays the cymbal on every step and counts what it is asked,
@@ -210,19 +212,36 @@ TEST(PluginBlockProcessing, AllNotesOffStopsTheSequencesButNotTheSound)
     EXPECT_GT(peak(out, 0, 500), 0.001f) << "the bass drum's tail was cut";
 }
 
-TEST(PluginBlockProcessing, HostPatternKeysRunTheHostClockAndNoteOffModeStopsIt)
+TEST(PluginBlockProcessing, HeldPatternKeysAndNoteOffMode)
 {
     PluginTestHost host;
     auto& plugin = *host.plugin;
+    using H = PluginTestHost;
 
-    host.render(512, { PluginTestHost::noteOn(10, 12) });
-    EXPECT_TRUE(plugin.hostClock.running);
+    host.render(512, { H::noteOn(10, 12) });
+    EXPECT_TRUE(plugin.hostClock.running) << "a pattern key starts its pattern";
 
     plugin.noteOffMode = true;
-    host.render(512, { PluginTestHost::noteOn(5, 12), PluginTestHost::noteOff(50, 12) });
+    host.render(512, { H::noteOn(5, 12), H::noteOff(50, 12) });
     EXPECT_TRUE(plugin.hostClock.running) << "one of two held keys was released";
-    host.render(512, { PluginTestHost::noteOff(5, 12) });
+    host.render(512, { H::noteOff(5, 12) });
     EXPECT_FALSE(plugin.hostClock.running);
+
+    // Another key restarts the count at 1: the earlier key's release is ignored.
+    host.render(512, { H::noteOn(5, 12), H::noteOn(6, 12), H::noteOn(200, 13) });
+    EXPECT_EQ(plugin.getSequencer()->getHostPattern(), 1);
+    host.render(512, { H::noteOff(5, 12), H::noteOff(6, 12) });
+    EXPECT_TRUE(plugin.hostClock.running) << "the release of a key no longer current stopped the pattern";
+    host.render(512, { H::noteOff(5, 13) });
+    EXPECT_FALSE(plugin.hostClock.running) << "one release should stop a pattern held by one key";
+
+    // Hosts often send controller 123 before the note-offs when they stop;
+    // the late release must not leave the count below zero.
+    host.render(512, { H::noteOn(5, 12), { 100, juce::MidiMessage::allNotesOff(1) }, H::noteOff(200, 12) });
+    EXPECT_FALSE(plugin.hostClock.running);
+    host.render(512, { H::noteOn(5, 12) });
+    host.render(512, { H::noteOff(5, 12) });
+    EXPECT_FALSE(plugin.hostClock.running) << "the release after a late note-off did not stop the pattern";
 }
 
 TEST(PluginBlockProcessing, OutputIsFiniteAtEveryRate)
@@ -252,33 +271,61 @@ TEST(PluginBlockProcessing, OutputIsFiniteAtEveryRate)
 
 TEST(PluginBlockProcessing, ProcessBlockAllocatesNothing)
 {
-    // A native run through the factory patterns with a fill-in every second
-    // pass, then host patterns by key; direct notes and a controller all along.
+    // On a thread of its own, as a host's audio thread. A native run through
+    // the factory patterns with a fill-in every second pass, the editor in
+    // write mode following it; then host patterns by key, the editor again
+    // following; direct notes and a controller all along. A host listener
+    // builds texts when told of a change, as a VST3 wrapper does.
     PluginTestHost host(48000.0, 256);
     auto& plugin = *host.plugin;
     host.playHead.present = false;
     plugin.getParameterManager().setNormalised(ParameterIds::autoFillIn, 1.0f);
+    plugin.setWriteMode(true);
+    plugin.handleEvent(3005); // Toggle Auto Follow Mode
+    ASSERT_TRUE(plugin.autoFollow);
     plugin.runRequest = 1;
-    host.render(24000, { PluginTestHost::noteOn(100, 36), { 3000, juce::MidiMessage::controllerEvent(1, 7, 64) } }); // warm-up
+
+    struct TextBuildingHost : juce::AudioProcessorListener
+    {
+        void audioProcessorParameterChanged(juce::AudioProcessor*, int, float) override {}
+        void audioProcessorChanged(juce::AudioProcessor* processor, const ChangeDetails&) override
+        {
+            for (auto* parameter : processor->getParameters())
+                texts += parameter->getCurrentValueAsText();
+        }
+        juce::String texts;
+    } textBuildingHost;
+    plugin.addListener(&textBuildingHost);
 
     juce::AudioBuffer<float> buffer(plugin.getTotalNumOutputChannels(), 256);
     juce::MidiBuffer midi;
     midi.ensureSize(4096);
-    long allocations = 0;
-    for (int block = 0; block < 4000; ++block)
+    auto play = [&](int firstBlock, int blocks)
     {
-        if (block == 2000)
-            plugin.setHostMode(true);
-        const int key = block % 2 == 0 ? 36 : 12 + block % 30;
-        midi.clear();
-        midi.addEvent(juce::MidiMessage::noteOn(1, key, (juce::uint8) 90), block % 256);
-        midi.addEvent(juce::MidiMessage::noteOff(1, key), (block * 7) % 256);
-        midi.addEvent(juce::MidiMessage::controllerEvent(1, 7, block % 128), 128);
-        ScopedAllocationCounter counter;
-        plugin.processBlock(buffer, midi);
-        allocations += counter.count();
-    }
-    EXPECT_EQ(allocations, 0);
+        long allocations = 0;
+        std::thread audio([&]
+                          {
+            for (int block = firstBlock; block < firstBlock + blocks; ++block)
+            {
+                const int key = block % 2 == 0 ? 36 : 12 + block / 8 % 30;
+                midi.clear();
+                midi.addEvent(juce::MidiMessage::noteOn(1, key, (juce::uint8) 90), block % 256);
+                midi.addEvent(juce::MidiMessage::noteOff(1, key), (block * 7) % 256);
+                midi.addEvent(juce::MidiMessage::controllerEvent(1, 7, block % 128), 128);
+                ScopedAllocationCounter counter;
+                plugin.processBlock(buffer, midi);
+                if (block >= firstBlock + 100) // the first blocks of a mode may size their buffers
+                    allocations += counter.count();
+            } });
+        audio.join();
+        return allocations;
+    };
+
+    EXPECT_EQ(play(0, 2000), 0) << "native run, write mode following";
+    plugin.setHostMode(true);
+    ASSERT_TRUE(plugin.isEditing() && plugin.autoFollow);
+    EXPECT_EQ(play(2000, 2000), 0) << "host patterns, auto follow";
+    plugin.removeListener(&textBuildingHost);
 }
 
 TEST(PluginBlockProcessing, WithoutTheInternalSequencerTheInputPassesThroughAlone)

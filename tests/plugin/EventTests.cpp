@@ -12,7 +12,7 @@ namespace
 constexpr int toggleInternalSequencer = 3000, toggleInternalSync = 3001, toggleHostMode = 3002,
               togglePatternWriteMode = 3004, toggleLengthMode = 3007, start = 3011, stop = 3012,
               pressStep = 3030, selectScale3 = 3063, selectVariationB = 105, selectPart2 = 107,
-              introFillIn = 108, clear = 3026;
+              introFillIn = 108, clear = 3026, toggleAutoFollow = 3005, next = 3020;
 
 std::vector<double> allValues(ParameterManager& params)
 {
@@ -30,22 +30,6 @@ std::vector<float> stepLights(ParameterManager& params)
     return lights;
 }
 } // namespace
-
-TEST(PluginEvents, EveryUidOfTheTableHasItsName)
-{
-    PluginTestHost host;
-    auto& events = host.plugin->getEvents();
-    EXPECT_EQ(events.size(), 111 + 11 + 66);
-    EXPECT_EQ(events.getName(1010), "Toggle Midi Learn");
-    EXPECT_EQ(events.getName(3000), "Toggle Internal Sequencer");
-    EXPECT_EQ(events.getName(3010), "Start/Stop");
-    EXPECT_EQ(events.getName(3029), "Save Patterns");
-    EXPECT_EQ(events.getName(3030), "Press Step 01");
-    EXPECT_EQ(events.getName(3045), "Press Step 16");
-    EXPECT_EQ(events.getName(3046), "Press Step 01 With Ctrl");
-    EXPECT_EQ(events.getName(3065), "Select Scale 4 SPB");
-    EXPECT_EQ(events.getUid("Tap/IntroSet/FillInTrigger/Accept"), 108);
-}
 
 TEST(PluginEvents, MuteAndSoloTogglesAndInverses)
 {
@@ -79,6 +63,7 @@ TEST(PluginEvents, UnknownAndInactiveUidsChangeNothing)
     auto& plugin = *host.plugin;
     auto& params = plugin.getParameterManager();
     const auto before = allValues(params);
+    EXPECT_EQ(plugin.getEvents().size(), 111 + 11 + 66) << "the table's, the base events, the sequencer's";
 
     for (const int uid : { -1, 111, 999, 1000, 3028, 3029, 3046, 3100, 109, 110 })
         plugin.handleEvent(uid);
@@ -243,4 +228,43 @@ TEST(PluginEvents, TogglingTheInternalSequencerEndsTheGeneratedNotes)
         if (e.message.isNoteOff())
             ++offs;
     EXPECT_GT(offs, 0);
+}
+
+TEST(PluginEvents, PlayingAndBrowsingInEveryModeLeavesThePatternsAsTheyAre)
+{
+    // Refreshing the displays never writes into a pattern: the factory banks,
+    // played and browsed in every mode, save exactly as the factory files read.
+    PluginTestHost host;
+    auto& plugin = *host.plugin;
+    auto& seq = *plugin.getQuindrelSeq();
+    QuindrelSeq factory(nullptr, nullptr);
+    PluginTestHost::loadFactoryBanks(factory);
+    const auto factoryBanks = PluginTestHost::banksOf(factory);
+    ASSERT_EQ(PluginTestHost::banksOf(seq), factoryBanks);
+
+    // Native play through the basic patterns, with fill-ins.
+    host.playHead.playing = true;
+    plugin.getParameterManager().setNormalised(autoFillIn, 1.0f);
+    for (int step = 0; step < 12; ++step)
+    {
+        plugin.handleEvent(pressStep + step);
+        host.render(12000);
+    }
+    // Write mode: browsing, then following the run.
+    plugin.handleEvent(togglePatternWriteMode);
+    for (int i = 0; i < 16; ++i)
+        plugin.handleEvent(next);
+    plugin.handleEvent(toggleAutoFollow);
+    host.render(96000);
+    plugin.handleEvent(toggleAutoFollow);
+    plugin.handleEvent(togglePatternWriteMode);
+    // Host mode: browsing, then following the keys.
+    plugin.handleEvent(toggleHostMode);
+    for (int i = 0; i < QuindrelSeq::hostPatternCount; ++i)
+        plugin.handleEvent(next);
+    plugin.handleEvent(toggleAutoFollow);
+    for (int key = 12; key < 108; ++key)
+        host.render(256, { PluginTestHost::noteOn(0, key) });
+
+    EXPECT_EQ(PluginTestHost::banksOf(seq), factoryBanks);
 }

@@ -49,6 +49,18 @@ TEST(PluginHostParameters, TheHostSeesIds0To110WithNamesAndTexts)
     EXPECT_NEAR(parameters[93]->getValueForText("35%"), 0.35f, 1e-6f);
 
     EXPECT_EQ(plugin.getParameterDisplayText(ParameterIds::patternShuffle), "0%");
+
+    // Percentages round half away from zero, not to even.
+    EXPECT_EQ(parameters[93]->getText(0.125f, 100), "13%");
+    EXPECT_EQ(parameters[110]->getText(0.625f, 100), "63%");
+    auto& params = plugin.getParameterManager();
+    for (const int id : { ParameterIds::patternShuffle, ParameterIds::patternFlam })
+    {
+        params.setNormalised(id, 0.125f);
+        EXPECT_EQ(plugin.getParameterDisplayText(id), "13%") << params.getName(id);
+        params.setNormalised(id, 0.625f);
+        EXPECT_EQ(plugin.getParameterDisplayText(id), "63%") << params.getName(id);
+    }
     EXPECT_EQ(plugin.getParameterDisplayText(ParameterIds::patternTempo), "120");
     EXPECT_EQ(plugin.getParameterDisplayText(150), "");
 }

@@ -1,6 +1,8 @@
 #pragma once
 
 #include "plugin/Quindrel.h"
+#include "plugin/Resources.h"
+#include "sequencer/QuindrelSeq.h"
 
 #include <juce_audio_processors/juce_audio_processors.h>
 
@@ -129,6 +131,17 @@ public:
                              "<UserSettings application=\"Quindrel\"><AudioOutputSettings>"
                              "<OutCharacteristics type=\"mono\"/></AudioOutputSettings></UserSettings>\n");
         return file;
+    }
+
+    // Both banks as a save writes them: of a sequencer, or of the factory's files.
+    static juce::String banksOf(QuindrelSeq& seq)
+    {
+        return seq.writeBank(DrumMachineSeq::hostType)->toString() + seq.writeBank(DrumMachineSeq::nativeType)->toString();
+    }
+    static void loadFactoryBanks(QuindrelSeq& seq)
+    {
+        seq.readBank(*juce::parseXML(Resources::loadResourceText("default.QDPTRBH")), DrumMachineSeq::hostType);
+        seq.readBank(*juce::parseXML(Resources::loadResourceText("default.QDPTRBN")), DrumMachineSeq::nativeType);
     }
 
     std::vector<Event> noteOnsOut() const

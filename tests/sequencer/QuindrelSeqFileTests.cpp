@@ -1,6 +1,3 @@
-#include "plugin/PluginTestHost.h"
-
-#include "plugin/Resources.h"
 #include "sequencer/QuindrelSeq.h"
 
 #include <gtest/gtest.h>
@@ -268,26 +265,4 @@ TEST(SequencerPatternFiles, FilesRoundTripByteForByte)
     EXPECT_EQ(atStart.getPatternName(95, host), seq.getPatternName(95, host));
     EXPECT_EQ(atStart.getPatternName(15, native), "Pattern 16");
     folder.deleteRecursively();
-}
-
-TEST(SequencerPatternFiles, FactoryBanksLoadAtStartAndSaveUnchanged)
-{
-    const auto hostBank = Resources::loadResourceText("default.QDPTRBH");
-    const auto nativeBank = Resources::loadResourceText("default.QDPTRBN");
-    if (hostBank.isEmpty() || nativeBank.isEmpty())
-        GTEST_SKIP() << "the factory banks are not embedded";
-
-    PluginTestHost plugin;
-    auto& seq = *dynamic_cast<QuindrelSeq*>(plugin.plugin->getSequencer());
-    EXPECT_EQ(seq.getPatternName(95, host), "Empty");
-    EXPECT_NE(seq.getPatternName(0, host), "Pattern 1");
-
-    // Written again, they read back to the same banks.
-    for (const int type : { host, native })
-    {
-        const auto written = seq.writeBank(type);
-        QuindrelSeq copy(nullptr, nullptr);
-        copy.readBank(*written, type);
-        EXPECT_EQ(oneLine(*copy.writeBank(type)), oneLine(*written)) << "type " << type;
-    }
 }

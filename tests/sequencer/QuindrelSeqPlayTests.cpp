@@ -5,6 +5,8 @@
 
 #include <gtest/gtest.h>
 
+#include <functional>
+
 namespace
 {
 // An engine that renders silence and notes each trigger with its sample.
@@ -18,7 +20,12 @@ struct RecordingCore : DrumMachineCore
     };
 
     RecordingCore() { hits.reserve(1 << 16); }
-    void trigger(int track, float velocity) override { hits.push_back({ track, frame, velocity }); }
+    void trigger(int track, float velocity) override
+    {
+        hits.push_back({ track, frame, velocity });
+        if (onTrigger)
+            onTrigger(track);
+    }
     void renderFrame(double* outputs) override
     {
         std::fill(outputs, outputs + numInstruments, 0.0);
@@ -27,6 +34,7 @@ struct RecordingCore : DrumMachineCore
 
     std::vector<Hit> hits;
     long frame = 0;
+    std::function<void(int track)> onTrigger;
 };
 
 // Notes the pattern, variation and part in which each native pass or part begins,
@@ -142,8 +150,12 @@ TEST(SequencerNativeRun, PassOrderWithPartsAndFillIns)
     rig.set(ParameterIds::autoFillIn, 1.0f); // every 2nd pass
     EXPECT_EQ(rig.seq.getAutoFill(), 2);
     EXPECT_EQ(rig.run(6), "1A1 12A1 1A1 12A1 1A1 12A1");
-    rig.set(ParameterIds::autoFillIn, 0.8f); // every 4th pass
+    rig.set(ParameterIds::autoFillIn, 0.75f); // rounds to the 4th position: every 4th pass
     EXPECT_EQ(rig.run(8), "1A1 1A1 1A1 12A1 1A1 1A1 1A1 12A1");
+    rig.set(ParameterIds::autoFillIn, 0.11f);
+    EXPECT_EQ(rig.seq.getAutoFill(), 16);
+    rig.set(ParameterIds::autoFillIn, 0.09f);
+    EXPECT_EQ(rig.seq.getAutoFill(), 0);
 
     // Manual mode: a fill-in requested during a run comes once, at the end of the pass.
     rig.set(ParameterIds::autoFillIn, 0.0f);
@@ -159,7 +171,7 @@ TEST(SequencerNativeRun, PassOrderWithPartsAndFillIns)
 TEST(SequencerNativeRun, IntroAndVariationModes)
 {
     Rig rig;
-    rig.set(ParameterIds::basicVariationMode, 0.5f); // AB
+    rig.set(ParameterIds::basicVariationMode, 0.3f); // rounds to the middle position, AB
     EXPECT_EQ(rig.run(4), "0A1 0B1 0A1 0B1");
     rig.set(ParameterIds::basicVariationMode, 1.0f); // B
     EXPECT_EQ(rig.run(2), "0B1 0B1");
@@ -167,7 +179,7 @@ TEST(SequencerNativeRun, IntroAndVariationModes)
     // The intro button while stopped: the run begins with the fill pattern,
     // in its own variation, and in manual mode AB no longer alternates after it.
     rig.set(ParameterIds::basicVariationMode, 0.5f);
-    rig.set(ParameterIds::introFillInVariationMode, 1.0f);
+    rig.set(ParameterIds::introFillInVariationMode, 0.6f); // B
     rig.seq.introOrFillIn();
     EXPECT_EQ(rig.seq.getNativePattern(), 12);
     EXPECT_TRUE(rig.seq.isPatternLit(12));
@@ -216,7 +228,7 @@ TEST(SequencerNativeRun, SelectionWaitsForTheEndOfThePassAndBlinksUntilThen)
     EXPECT_EQ(rig.seq.getNativePattern(), 3);
 }
 
-TEST(SequencerHostPlay, StepVelocitiesAndTheAccentTrack)
+TEST(SequencerHostPlay, StepVelocitiesTheAccentTrackAndTheLoop)
 {
     Rig rig;
     rig.plugin.setHostMode(true);
@@ -224,18 +236,20 @@ TEST(SequencerHostPlay, StepVelocitiesAndTheAccentTrack)
     auto& pattern = rig.seq.getHostPatternAt(0);
     pattern.setLength(4);
     pattern.setTrackString(0, "oOoO");
+    pattern.setTrackString(1, "....o"); // beyond the length
     pattern.setTrackString(17, "..oO");
-    rig.host.render(4 * 6000 - 100, { PluginTestHost::noteOn(0, 12) }); // 120 bpm, 4 steps a beat
+    rig.host.render(6 * 6000 - 100, { PluginTestHost::noteOn(0, 12) }); // 120 bpm, 4 steps a beat
 
     const double base = 48.0 / 127, strong = 0.377, boost = 0.623 * 0.5;
     const double velocities[] = { base, base + strong, base + boost, base + strong + boost };
     const auto drums = rig.hitsOf(0), accents = rig.hitsOf(17);
-    ASSERT_EQ(drums.size(), 4u);
-    for (size_t i = 0; i < 4; ++i)
+    ASSERT_EQ(drums.size(), 6u);
+    for (size_t i = 0; i < 6; ++i)
     {
         EXPECT_NEAR(drums[i].sample, (long) i * 6000, 1) << "step " << i;
-        EXPECT_NEAR(drums[i].velocity, velocities[i], 1.0e-6) << "step " << i;
+        EXPECT_NEAR(drums[i].velocity, velocities[i % 4], 1.0e-6) << "step " << i << ": the loop comes round after step 3";
     }
+    EXPECT_TRUE(rig.hitsOf(1).empty()) << "a step beyond the length played";
 
     // The accent track fires at the step and again at its late event, a sample on.
     ASSERT_EQ(accents.size(), 4u);
@@ -270,55 +284,138 @@ TEST(SequencerHostPlay, ShuffleDelaysEverySecondStepInTheMidiOut)
     }
 }
 
-TEST(SequencerHostPlay, TapsAreRecordedOnTheNearerStep)
+TEST(SequencerHostPlay, TapsAreRecordedOnTheNearerStepInBothModes)
 {
+    for (const bool hostMode : { true, false })
+    {
+        const char* mode = hostMode ? "host" : "native";
+        Rig rig;
+        rig.plugin.setHostMode(hostMode);
+        rig.plugin.setWriteMode(!hostMode); // taps need the editor
+        rig.shape(0, 4, 0);
+        auto& pattern = hostMode ? rig.seq.getHostPatternAt(0) : rig.seq.getNativePatternAt(0).getVariation(0).getPart(0);
+        pattern.setLength(4);
+        const int step = hostMode ? 6000 : Rig::stepSamples;
+        auto tap = [&rig](int track, int value)
+        {
+            for (int t = 0; t < Tracks::count; ++t)
+                rig.seq.tapValues[(size_t) t] = t == track ? value : 0;
+            rig.seq.tapRequested = true;
+        };
+
+        tap(1, 1); // stopped: it sounds and nothing is recorded
+        rig.host.render(1000);
+        EXPECT_EQ(pattern.getStep(1, 0), 0) << mode;
+
+        // Early in step 0 it lands on step 0 and sounds at once; past half a
+        // step it waits for step 1, where it is recorded before that step plays.
+        rig.plugin.runRequest = hostMode ? 0 : 1;
+        rig.host.render(step / 6, { PluginTestHost::noteOn(0, 12) }); // step 0 at 1000
+        tap(1, 1);
+        rig.host.render(step * 3 / 4 - step / 6);
+        tap(2, 3);
+        rig.host.render(step / 2);
+        EXPECT_EQ(pattern.getTrackString(1), "o...") << mode;
+        EXPECT_EQ(pattern.getTrackString(2), ".O..") << mode;
+        const auto snare = rig.hitsOf(1), lowConga = rig.hitsOf(2);
+        ASSERT_EQ(snare.size(), 2u) << mode;
+        EXPECT_EQ(snare[0].sample, 0) << mode;
+        EXPECT_EQ(snare[1].sample, 1000 + step / 6) << mode;
+        ASSERT_EQ(lowConga.size(), 1u) << mode << ": a deferred tap sounds once, with its step";
+        EXPECT_NEAR(lowConga[0].sample, 1000 + step, 1) << mode;
+    }
+
+    // A second tap, of the snare, comes while the audio thread sounds the first, of the hi tom.
     Rig rig;
+    rig.core.onTrigger = [&rig](int track)
+    {
+        if (track != 7)
+            return;
+        rig.plugin.selectTrack(1);
+        rig.plugin.requestTap(false);
+    };
     rig.plugin.setHostMode(true);
-    auto& pattern = rig.seq.getHostPatternAt(0);
-    pattern.setLength(4);
-    auto tap = [&rig](int track, int value)
-    { rig.seq.tapValues[(size_t) track] = value, rig.seq.tapRequested = true; };
-
-    tap(1, 1); // stopped: it sounds and nothing is recorded
-    rig.host.render(1000);
-    EXPECT_EQ(pattern.getStep(1, 0), 0);
-
-    // Early in step 0 it lands on step 0 and sounds at once; past half a step
-    // it waits for step 1, where it is recorded before that step plays.
-    rig.host.render(1000, { PluginTestHost::noteOn(0, 12) }); // step 0 at 1000
-    tap(1, 1);
-    rig.host.render(2500); // tapped at 2000
-    tap(2, 3);
-    rig.host.render(6000); // tapped at 4500
-    EXPECT_EQ(pattern.getTrackString(1), "o...");
-    EXPECT_EQ(pattern.getTrackString(2), ".O..");
-    const auto snare = rig.hitsOf(1), lowConga = rig.hitsOf(2);
-    ASSERT_EQ(snare.size(), 2u);
-    EXPECT_EQ(snare[0].sample, 0);
-    EXPECT_EQ(snare[1].sample, 2000);
-    ASSERT_EQ(lowConga.size(), 1u) << "a deferred tap sounds once, with its step";
-    EXPECT_NEAR(lowConga[0].sample, 7000, 1);
+    rig.plugin.selectTrack(7);
+    rig.plugin.requestTap(false);
+    rig.host.render(256);
+    EXPECT_EQ(rig.hitsOf(7).size(), 1u);
+    EXPECT_EQ(rig.hitsOf(1).size(), 1u) << "the second tap was lost";
 }
 
-TEST(SequencerNativeRun, SwitchesComeFromTheirParameters)
+TEST(SequencerNativeRun, TempoAndScaleAreReadAtEveryStep)
 {
-    PluginTestHost plain;
-    auto* seq = dynamic_cast<QuindrelSeq*>(plain.plugin->getSequencer());
-    ASSERT_NE(seq, nullptr) << "Quindrel should build its own sequencer";
-    auto& params = plain.plugin->getParameterManager();
+    // Pattern 0 at 300 bpm: part 1 of four eighth-of-a-beat steps (1200
+    // samples), part 2 of two quarter steps (2400). Every second pass is the
+    // fill-in, two quarter steps at 150 bpm (4800 samples each).
+    Rig rig;
+    rig.shape(0, 4, 2);
+    for (int v = 0; v < 2; ++v)
+    {
+        rig.seq.getNativePatternAt(0).getVariation(v).getPart(1).setScale(4);
+        auto& fill = rig.seq.getNativePatternAt(12).getVariation(v);
+        fill.setTempo(150.0);
+        fill.getPart(0).setLength(2);
+        fill.getPart(0).setScale(4);
+    }
+    for (const int n : { 0, 12 })
+        for (int p = 0; p < 2; ++p)
+            rig.seq.getNativePatternAt(n).getVariation(0).getPart(p).setTrackString(0, "oooo");
+    rig.set(ParameterIds::autoFillIn, 1.0f);
 
-    const std::pair<float, int> autoFill[] = { { 0.0f, 0 }, { 0.09f, 0 }, { 0.11f, 16 }, { 0.4f, 12 }, { 0.6f, 8 }, { 0.8f, 4 }, { 1.0f, 2 } };
-    for (const auto& [value, passes] : autoFill)
+    rig.plugin.runRequest = 1;
+    rig.host.render(27000);
+    const long expected[] = { 0, 1200, 2400, 3600, 4800, 7200, 9600, 14400, 19200, 20400, 21600, 22800, 24000, 26400 };
+    const auto drums = rig.hitsOf(0);
+    ASSERT_EQ(drums.size(), std::size(expected));
+    for (size_t i = 0; i < drums.size(); ++i)
+        EXPECT_NEAR(drums[i].sample, expected[i], 1) << "step " << i;
+}
+
+TEST(SequencerNativeRun, WithoutInternalSyncTheHostGivesTempoAndNativePosition)
+{
+    // The host's transport starts at beat 0.05 at 100 bpm: 28800 samples a
+    // beat, 3600 a step of an eighth. The native run starts with it and keeps
+    // to the host's grid; a host pattern counts from its key, at the host's tempo.
+    auto hostPlays = [](Rig& rig)
     {
-        params.setNormalised(ParameterIds::autoFillIn, value);
-        EXPECT_EQ(seq->getAutoFill(), passes) << value;
-    }
-    const std::pair<float, int> variation[] = { { 0.0f, 0 }, { 0.3f, 2 }, { 0.5f, 2 }, { 1.0f, 1 } };
-    for (const auto& [value, mode] : variation)
+        auto& head = rig.host.playHead;
+        head.present = head.playing = true;
+        head.bpm = 100.0;
+        head.ppq = 0.05;
+        rig.plugin.internalSync = false;
+    };
+    for (const bool lowestC : { false, true })
     {
-        params.setNormalised(ParameterIds::basicVariationMode, value);
-        EXPECT_EQ(seq->getBasicVariationMode(), mode) << value;
+        Rig rig;
+        hostPlays(rig);
+        rig.plugin.hostPlayDetection = lowestC ? DrumMachine::byLowestCNoteOn : DrumMachine::byTransportChange;
+        rig.shape(0, 4, 0);
+        rig.seq.getNativePatternAt(0).getVariation(0).getPart(0).setTrackString(0, "oooo");
+        if (lowestC)
+        {
+            // Key 0 starts the run, not the transport; the run then joins the host's grid.
+            rig.host.render(1300);
+            EXPECT_FALSE(rig.plugin.nativeClock.running) << "the transport started the run";
+            rig.host.render(10000 - 1300, { PluginTestHost::noteOn(0, 0) });
+        }
+        else
+        {
+            rig.host.render(10000);
+        }
+        const long native[] = { lowestC ? 1300 : 0, 2160, 5760, 9360 };
+        const auto drums = rig.hitsOf(0);
+        ASSERT_EQ(drums.size(), 4u) << "lowest C " << lowestC;
+        for (size_t i = 0; i < drums.size(); ++i)
+            EXPECT_NEAR(drums[i].sample, native[i], 1) << "native step " << i << ", lowest C " << lowestC;
     }
-    params.setNormalised(ParameterIds::introFillInVariationMode, 0.6f);
-    EXPECT_EQ(seq->getFillVariationMode(), 1);
+
+    Rig rig;
+    hostPlays(rig);
+    rig.plugin.setHostMode(true);
+    rig.seq.getHostPatternAt(0).setTrackString(1, "oooooooooooooooo");
+    rig.host.render(10000, { PluginTestHost::noteOn(1000, 12) });
+    const auto snares = rig.hitsOf(1);
+    ASSERT_EQ(snares.size(), 2u);
+    EXPECT_NEAR(snares[0].sample, 1000, 1);
+    EXPECT_NEAR(snares[1].sample, 1000 + 7200, 1) << "a host pattern is not aligned to the host's grid";
 }
