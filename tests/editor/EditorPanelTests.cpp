@@ -29,6 +29,13 @@ struct Panel
 
     ~Panel() { window.reset(); }
 
+    void reopen()
+    {
+        window.reset();
+        window.reset(dynamic_cast<PluginEditorWindow*>(host.plugin->createEditor()));
+        pump();
+    }
+
     Panel(const Panel&) = delete;
 
     QuindrelEditor& editor() { return dynamic_cast<QuindrelEditor&>(window->getEditor()); }
@@ -108,11 +115,17 @@ TEST(EditorPanel, ARandomizedTrackShowsItsThresholdKnobWhereTheLevelKnobWas)
     EXPECT_TRUE(p.control<GFXKnob>("BassDrumLevelKnob").isVisible()) << "a track outside the result keeps its level knob";
     EXPECT_FALSE(p.control<GFXAnimation>("BassDrumLevelModeLed").isBlinking());
 
+    // Closed and opened again, the panel comes up as the plug-in stands.
+    p.reopen();
+    EXPECT_FALSE(p.control<GFXKnob>("SnareDrumLevelKnob").isVisible());
+    EXPECT_TRUE(p.control<GFXKnob>("SnareDrumRandThresholdKnob").isVisible());
+    EXPECT_TRUE(p.control<GFXAnimation>("SnareDrumLevelModeLed").isBlinking());
+
     // Cancelled, the panel is as before and the hint goes.
     p.press("Toggle Randomizer");
-    EXPECT_TRUE(level.isVisible());
-    EXPECT_FALSE(threshold.isVisible());
-    EXPECT_FALSE(led.isBlinking());
+    EXPECT_TRUE(p.control<GFXKnob>("SnareDrumLevelKnob").isVisible());
+    EXPECT_FALSE(p.control<GFXKnob>("SnareDrumRandThresholdKnob").isVisible());
+    EXPECT_FALSE(p.control<GFXAnimation>("SnareDrumLevelModeLed").isBlinking());
     EXPECT_FALSE(p.control<GFXMultiStateButton>("PattRandModeButton").isBlinking());
     EXPECT_TRUE(p.status().getMessage().isEmpty());
 }
