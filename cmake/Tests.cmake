@@ -80,6 +80,25 @@ add_test(NAME plugin.Lv2InfoShowsThePlugin
     COMMAND "${CMAKE_SOURCE_DIR}/scripts/check-lv2" "${QUINDREL_ARTEFACTS}/LV2/Quindrel.lv2" "${QUINDREL_LV2_URI}")
 set_tests_properties(plugin.Lv2InfoShowsThePlugin PROPERTIES LABELS plugin)
 
+# A song's state through real hosting: JUCE's hosting of the VST3 and LV2, and
+# the LV2 state extension as a host that uses lilv keeps it.
+target_sources(quindrel_host_tests PRIVATE "${CMAKE_SOURCE_DIR}/tests/host/HostedStateTests.cpp")
+set_source_files_properties("${CMAKE_SOURCE_DIR}/tests/host/HostedStateTests.cpp" PROPERTIES COMPILE_OPTIONS "-Wall;-Wextra")
+
+find_package(PkgConfig REQUIRED)
+pkg_check_modules(LILV REQUIRED IMPORTED_TARGET lilv-0)
+add_executable(quindrel_lv2_state_tests "${CMAKE_SOURCE_DIR}/tests/host/Lv2StateTests.cpp")
+quindrel_warnings(quindrel_lv2_state_tests)
+target_link_libraries(quindrel_lv2_state_tests PRIVATE GTest::gtest GTest::gtest_main PkgConfig::LILV)
+target_compile_definitions(quindrel_lv2_state_tests PRIVATE
+    QUINDREL_LV2_DIR="${QUINDREL_ARTEFACTS}/LV2"
+    QUINDREL_LV2_URI="${QUINDREL_LV2_URI}")
+add_dependencies(quindrel_lv2_state_tests quindrel_shared_LV2)
+gtest_discover_tests(quindrel_lv2_state_tests
+    TEST_PREFIX "plugin."
+    DISCOVERY_TIMEOUT 60
+    PROPERTIES LABELS plugin TIMEOUT 600)
+
 # The Standalone's panel in a real X window under Xvfb: clicks, a drag and
 # typed keys from xdotool, compared with quindrel-render's pictures.
 add_test(NAME editor.StandalonePanelWorksInARealWindow

@@ -1,6 +1,5 @@
 #include "editor/BasePluginEditorOldStyle.h"
 
-#include "parameters/ParameterIds.h"
 #include "plugin/BasePluginOldStyle.h"
 
 BasePluginEditorOldStyle::BasePluginEditorOldStyle(BasePluginOldStyle* pluginToUse)
@@ -23,8 +22,6 @@ void BasePluginEditorOldStyle::displayTextChanged(GFXDisplay& display)
     if (&display != presetNameDisplay)
         return;
 
-    // The name parameter renames the current preset; the display then
-    // shows it back as the plug-in has stored it.
-    if (auto* name = plugin->getParameterManager().getParameter(ParameterIds::currentPresetName))
-        name->setText(display.getText(), true);
+    // The display then shows the name back as the bank has stored it.
+    oldStylePlugin->renamePreset(oldStylePlugin->getCurrentPreset(), display.getText());
 }

@@ -4,6 +4,7 @@
 #include "editor/PluginEditorWindow.h"
 #include "plugin/HostParameter.h"
 #include "plugin/Resources.h"
+#include "presets/XmlFiles.h"
 
 PluginPaths PluginPaths::forLoadedModule(const juce::String& pluginName)
 {
@@ -94,7 +95,8 @@ void BasePlugin::getStateInformation(juce::MemoryBlock& destData)
 
 void BasePlugin::setStateInformation(const void* data, int sizeInBytes)
 {
-    if (auto xml = getXmlFromBinary(data, sizeInBytes))
+    // A block nested deeper than any state would exhaust the parser's stack: it is no state.
+    if (auto xml = XmlFiles::parseBinary(data, sizeInBytes))
         loadState(*xml);
 
     stateRestoredPending = 1;
@@ -109,7 +111,7 @@ void BasePlugin::getCurrentProgramStateInformation(juce::MemoryBlock& destData)
 
 void BasePlugin::setCurrentProgramStateInformation(const void* data, int sizeInBytes)
 {
-    if (auto xml = getXmlFromBinary(data, sizeInBytes))
+    if (auto xml = XmlFiles::parseBinary(data, sizeInBytes))
         loadCurrentProgramXml(*xml);
 }
 
@@ -149,7 +151,7 @@ void BasePlugin::readUserSettingsFile()
     if (settingsFile == juce::File() || !settingsFile.existsAsFile())
         return;
 
-    if (auto xml = juce::parseXML(settingsFile))
+    if (auto xml = XmlFiles::parse(settingsFile))
         loadUserSettings(*xml);
 }
 

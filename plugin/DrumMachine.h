@@ -55,6 +55,12 @@ public:
     bool isHostParameterToggle(int index) const override;
     void parameterChanged(Parameter& parameter) override;
     void handleEvent(int uid) override;
+    // The state adds, around the base's elements: InternalSequencer,
+    // AudioOutputSettings and PatternsState first, DrumMap last.
+    std::unique_ptr<juce::XmlElement> createStateXml() override;
+    void loadState(const juce::XmlElement& xml) override;
+    std::unique_ptr<juce::XmlElement> createInternalSequencerState() const;
+    void loadInternalSequencerState(const juce::XmlElement& xml);
 
     virtual int getExtraDrumMapExtensionCount() const { return 0; }
     virtual juce::String getExtraDrumMapExtension(int) const { return {}; }

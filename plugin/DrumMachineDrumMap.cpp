@@ -4,6 +4,8 @@
 
 #include "plugin/DrumMachine.h"
 
+#include "presets/XmlFiles.h"
+
 void DrumMachine::resetDrumMap()
 {
     for (auto& entry : keyToInstrument)
@@ -67,7 +69,7 @@ void DrumMachine::loadDrumMapFromFile()
     if (!juce::File::isAbsolutePath(drumMapFile) || !file.existsAsFile())
         return;
 
-    if (auto xml = juce::parseXML(file))
+    if (auto xml = XmlFiles::parse(file))
     {
         loadDrumMap(*xml);
         updateHostDisplay();

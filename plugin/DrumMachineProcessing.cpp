@@ -510,7 +510,8 @@ void DrumMachine::handleController(const juce::MidiMessage& message)
     midiControl->handleController(message);
 }
 
-void DrumMachine::handleProgramChange(int)
+void DrumMachine::handleProgramChange(int program)
 {
-    // Presets arrive with the preset bank; until then a program change selects nothing.
+    if (program < numPresets)
+        selectAndApplyPreset(program);
 }

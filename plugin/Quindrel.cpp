@@ -60,6 +60,62 @@ void Quindrel::loadMidiMap(const juce::XmlElement& xml)
                               { return oldNames->getParameterName(oldName); });
 }
 
+//==============================================================================
+juce::String Quindrel::translateOldName(const juce::String& shortName) const
+{
+    return oldNames != nullptr ? oldNames->getParameterName(shortName) : juce::String();
+}
+
+void Quindrel::loadNotPresetXml(const juce::XmlElement& xml)
+{
+    // Short names first; then the names as they stand, which is how "Main Volume" gets through.
+    if (xml.hasTagName("NotPresetParams"))
+        readNotPresetParams(xml, [this](const juce::String& name)
+                            { return translateOldName(name); });
+
+    DrumMachine::loadNotPresetXml(xml);
+}
+
+bool Quindrel::isPresetXml(const juce::XmlElement& xml) const
+{
+    return xml.hasTagName("QuindrelPreset") || DrumMachine::isPresetXml(xml);
+}
+
+void Quindrel::loadPreset(const juce::XmlElement& xml, Preset& preset)
+{
+    if (xml.hasTagName("QuindrelPreset"))
+        readPresetParams(xml, preset, [this](const juce::String& name)
+                         { return translateOldName(name); });
+    else
+        DrumMachine::loadPreset(xml, preset);
+}
+
+bool Quindrel::isPresetBankXml(const juce::XmlElement& xml) const
+{
+    return xml.hasTagName("QuindrelPresetBank") || DrumMachine::isPresetBankXml(xml);
+}
+
+void Quindrel::loadBankXml(const juce::XmlElement& xml)
+{
+    if (!xml.hasTagName("QuindrelPresetBank"))
+    {
+        DrumMachine::loadBankXml(xml);
+        return;
+    }
+
+    // The older bank has no groups: its presets make one group "All presets".
+    juce::XmlElement rewritten(xml);
+    auto* group = new juce::XmlElement("PresetGroup");
+    group->setAttribute("name", "All presets");
+    while (auto* child = rewritten.getFirstChildElement())
+    {
+        rewritten.removeChildElement(child, false);
+        group->addChildElement(child);
+    }
+    rewritten.addChildElement(group);
+    DrumMachine::loadBankXml(rewritten);
+}
+
 std::unique_ptr<BasePluginEditor> Quindrel::createPluginEditor()
 {
     return std::make_unique<QuindrelEditor>(this);

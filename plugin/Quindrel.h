@@ -38,6 +38,9 @@ public:
     float getStrongVelocity() const override { return 0.377f; }
     float getAccentVelocity() const override { return 0.623f; }
     bool canLoadState(const juce::XmlElement& xml) const override;
+    // The state adds QDState first; the older root "QuindrelBank" is read too.
+    std::unique_ptr<juce::XmlElement> createStateXml() override;
+    void loadState(const juce::XmlElement& xml) override;
     void handleEvent(int uid) override;
     void updatePatternDisplays() override;
     std::unique_ptr<BasePluginEditor> createPluginEditor() override;
@@ -58,6 +61,21 @@ public:
     juce::String getBuildNumber() const override { return juce::String(442) + "." + juce::String(1304); }
     juce::String getPatchLevel() const override { return "0"; }
 
+    // Presets: the older extensions and the older forms, whose parameters
+    // bear short names ("BD Level"); "changing" is no option here.
+    bool hasPresetChangingOption() const override { return false; }
+    int getNumOldPresetExtensions() const override { return 1; }
+    juce::String getOldPresetExtension(int index) const override { return index == 0 ? ".qdp" : ""; }
+    int getNumOldBankExtensions() const override { return 1; }
+    juce::String getOldBankExtension(int index) const override { return index == 0 ? ".qdb" : ""; }
+    int getNumOldMidiControlExtensions() const override { return 1; }
+    juce::String getOldMidiControlExtension(int index) const override { return index == 0 ? ".qcc" : ""; }
+    void loadNotPresetXml(const juce::XmlElement& xml) override;
+    bool isPresetXml(const juce::XmlElement& xml) const override;
+    void loadPreset(const juce::XmlElement& xml, Preset& preset) override;
+    bool isPresetBankXml(const juce::XmlElement& xml) const override;
+    void loadBankXml(const juce::XmlElement& xml) override;
+
     // Reads a control map of the older form, whose rows name parameters by
     // their older short names.
     void loadMidiMap(const juce::XmlElement& xml);
@@ -66,6 +84,10 @@ public:
     const OldParameterNames& getOldParameterNames() const { return *oldNames; }
 
 private:
+    void loadQDState(const juce::XmlElement& xml);
+    void loadOldState(const juce::XmlElement& xml);
+    juce::String translateOldName(const juce::String& shortName) const;
+
     std::unique_ptr<OldParameterNames> oldNames;
     bool goingAway = false;
 };

@@ -118,6 +118,11 @@ int main(int argc, char* argv[])
     {
         options = parseRenderOptions(juce::ArgumentList(argc, argv));
     }
+    catch (const BadFile& error)
+    {
+        std::cerr << "quindrel-render: " << error.what() << "\n";
+        return exitBadInput;
+    }
     catch (const BadInput& error)
     {
         std::cerr << "quindrel-render: " << error.what() << "\n\n"
@@ -135,10 +140,16 @@ int main(int argc, char* argv[])
     juce::ScopedJuceInitialiser_GUI juce;
 
     RenderSession::Result result;
+    std::unique_ptr<RenderSession> session;
     try
     {
-        RenderSession session(options);
-        result = session.run();
+        session = std::make_unique<RenderSession>(options);
+        if (options.listPresets)
+        {
+            session->listPresets(std::cout);
+            return 0;
+        }
+        result = session->run();
     }
     catch (const BadInput& error)
     {
@@ -169,6 +180,23 @@ int main(int argc, char* argv[])
     if (options.eventsOut != juce::File() && !writeEvents(options.eventsOut, result.generated))
     {
         std::cerr << "quindrel-render: could not write " << options.eventsOut.getFullPathName() << "\n";
+        return exitFailure;
+    }
+
+    if (options.savePresetBank != juce::File() && !session->preparePlugin().saveBankFile(options.savePresetBank))
+    {
+        std::cerr << "quindrel-render: could not write " << options.savePresetBank.getFullPathName() << "\n";
+        return exitFailure;
+    }
+
+    if (options.saveState != juce::File() && !session->saveState(options.saveState))
+    {
+        std::cerr << "quindrel-render: could not write " << options.saveState.getFullPathName() << "\n";
+        return exitFailure;
+    }
+    if (options.saveSettings != juce::File() && !session->saveSettings(options.saveSettings))
+    {
+        std::cerr << "quindrel-render: could not write " << options.saveSettings.getFullPathName() << "\n";
         return exitFailure;
     }
 

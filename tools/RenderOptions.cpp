@@ -39,6 +39,21 @@ Plays Quindrel as a host would, with no window, and writes what it gives back.
                            a comment); the length covers the last line
   --random-seed N          seed the randomizer with N (1-4294967295) instead of
                            the clock, so that a scripted render repeats
+  --state FILE             give the plug-in a saved state (XML, or the binary
+                           block a host stores) before anything else, as a host
+                           reopening a song does; the state's sequencer modes
+                           hold unless --sequencer is given
+  --save-state FILE        write the plug-in's state after rendering, as XML
+  --save-settings FILE     write the user settings the plug-in would keep
+  --preset-bank FILE       load a preset bank (.qdprsb, or the older .qdb) as
+                           the browser's bank "Load" does
+  --preset-file FILE       load a preset (.qdprs or .qdp) into the current
+                           preset and apply it
+  --preset N               choose preset N (0-127) as a program change at
+                           sample 0 does
+  --save-preset-bank FILE  write the preset bank after rendering
+  --list-presets           print the bank's groups and presets and the
+                           current preset, and render nothing (no -o needed)
   --midi-out OUT.mid       write the MIDI the plug-in generates
   --events-out OUT.tsv     write each generated MIDI event as a line
                            "sample<TAB>status<TAB>data1<TAB>data2"
@@ -76,9 +91,9 @@ juce::File inputFile(const juce::String& path, const juce::String& what)
 {
     const auto file = juce::File::getCurrentWorkingDirectory().getChildFile(path);
     if (!file.existsAsFile())
-        throw BadInput((what + " not found: " + file.getFullPathName()).toStdString());
+        throw BadFile((what + " not found: " + file.getFullPathName()).toStdString());
     if (file.createInputStream() == nullptr)
-        throw BadInput((what + " cannot be read: " + file.getFullPathName()).toStdString());
+        throw BadFile((what + " cannot be read: " + file.getFullPathName()).toStdString());
     return file;
 }
 
@@ -86,7 +101,7 @@ juce::File outputFile(const juce::String& path)
 {
     const auto file = juce::File::getCurrentWorkingDirectory().getChildFile(path);
     if (file.isDirectory() || !file.getParentDirectory().isDirectory())
-        throw BadInput(("cannot write a file at " + file.getFullPathName()).toStdString());
+        throw BadFile(("cannot write a file at " + file.getFullPathName()).toStdString());
     return file;
 }
 } // namespace
@@ -168,6 +183,22 @@ RenderOptions parseRenderOptions(const juce::ArgumentList& args)
                 throw BadInput(("random seed must be a whole number: \"" + text + "\"").toStdString());
             options.randomSeed = (juce::uint32) seed;
         }
+        else if (name == "--preset-bank")
+            options.presetBank = inputFile(value(), "preset bank");
+        else if (name == "--preset-file")
+            options.presetFile = inputFile(value(), "preset file");
+        else if (name == "--preset")
+            options.preset = parseWhole(value(), "preset", 0, 127);
+        else if (name == "--save-preset-bank")
+            options.savePresetBank = outputFile(value());
+        else if (name == "--list-presets")
+            options.listPresets = true;
+        else if (name == "--state")
+            options.state = inputFile(value(), "state file");
+        else if (name == "--save-state")
+            options.saveState = outputFile(value());
+        else if (name == "--save-settings")
+            options.saveSettings = outputFile(value());
         else if (name == "--midi-out")
             options.midiOut = outputFile(value());
         else if (name == "--events-out")
@@ -199,7 +230,7 @@ RenderOptions parseRenderOptions(const juce::ArgumentList& args)
             throw BadInput(("unexpected argument \"" + arg.text + "\"").toStdString());
     }
 
-    if (!options.help && !haveOutput && options.snapshot == juce::File())
+    if (!options.help && !options.listPresets && !haveOutput && options.snapshot == juce::File())
         throw BadInput("no output file given (-o OUT.wav or --snapshot PANEL.png)");
     return options;
 }

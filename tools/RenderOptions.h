@@ -28,12 +28,28 @@ struct RenderOptions
     juce::File snapshot;      // a PNG of the panel at the end; empty: no panel
     juce::File skinDirectory; // skin.xml and its images from here, not built in
     bool help = false;
+
+    // Presets: a bank and a preset file loaded before rendering, a preset
+    // chosen as by a program change at sample 0, the bank written afterwards.
+    juce::File presetBank, presetFile, savePresetBank;
+    std::optional<int> preset;
+    bool listPresets = false; // print the bank and exit, rendering nothing
+
+    // A saved state given as a host reopening a song gives it; the state and
+    // the user settings written after rendering.
+    juce::File state, saveState, saveSettings;
 };
 
 // A mistake in the command line; main prints it with the usage and exits with 2.
 struct BadInput : std::runtime_error
 {
     using std::runtime_error::runtime_error;
+};
+
+// An input file that is missing or unreadable: one line, without the usage.
+struct BadFile : BadInput
+{
+    using BadInput::BadInput;
 };
 
 extern const char* const renderUsage;

@@ -6,6 +6,7 @@
 #include "editor/ResourceLoader.h"
 #include "parameters/MidiControl.h"
 #include "plugin/Quindrel.h"
+#include "presets/XmlFiles.h"
 
 namespace
 {
@@ -43,7 +44,7 @@ constexpr int pressStepEvent = 3030;
 // the mode the plug-in is in.
 void loadPatternBank(Quindrel& plugin, const juce::File& file)
 {
-    const auto xml = juce::parseXML(file);
+    const auto xml = XmlFiles::parse(file);
     auto* sequencer = plugin.getSequencer();
 
     int type = plugin.hostMode ? DrumMachineSeq::hostType : DrumMachineSeq::nativeType;
@@ -66,7 +67,7 @@ void loadPatternBank(Quindrel& plugin, const juce::File& file)
 // A control map of either form; anything else is a mistake of the caller.
 void loadControlMap(Quindrel& plugin, const juce::File& file)
 {
-    const auto xml = juce::parseXML(file);
+    const auto xml = XmlFiles::parse(file);
     auto& midiControl = plugin.getMidiControl();
 
     if (xml != nullptr && MidiControl::isOlderMapXml(*xml))
@@ -141,18 +142,97 @@ void RenderSession::readMidiFile()
     lengthSeconds = last + 2.0;
 }
 
-RenderSession::Result RenderSession::run()
+Quindrel& RenderSession::preparePlugin()
 {
+    if (plugin != nullptr)
+        return *plugin;
+
     PluginPaths paths;
     paths.settingsFile = options.settings;
     paths.writeSettings = false;
-    auto plugin = Quindrel::createInstance(paths, options.outputType);
+    plugin = Quindrel::createInstance(paths, options.outputType);
+    loadState();
+    loadPresetFiles();
+    return *plugin;
+}
+
+void RenderSession::loadPresetFiles()
+{
+    // Each load takes the file whole or leaves everything as it was.
+    if (options.presetBank != juce::File() && !plugin->loadBankFile(options.presetBank))
+        throw BadInput(("not a preset bank: " + options.presetBank.getFullPathName()).toStdString());
+
+    if (options.presetFile != juce::File() && !plugin->loadPresetFile(options.presetFile, plugin->getCurrentPreset()))
+        throw BadInput(("not a preset: " + options.presetFile.getFullPathName()).toStdString());
+}
+
+void RenderSession::loadState()
+{
+    if (options.state == juce::File())
+        return;
+
+    // A host's binary block, or the XML document itself.
+    juce::MemoryBlock block;
+    options.state.loadFileAsData(block);
+    auto xml = XmlFiles::parseBinary(block.getData(), (int) block.getSize());
+    const bool binary = xml != nullptr;
+    if (!binary)
+        xml = XmlFiles::parse(block.toString());
+
+    // The plug-in passes over a state it cannot read; a script must hear of it.
+    if (xml == nullptr || !plugin->canLoadState(*xml))
+        throw BadInput(("not a state of Quindrel: " + options.state.getFullPathName()).toStdString());
+
+    if (!binary)
+        juce::AudioProcessor::copyXmlToBinary(*xml, block);
+    plugin->setStateInformation(block.getData(), (int) block.getSize());
+}
+
+bool RenderSession::saveState(const juce::File& file)
+{
+    juce::MemoryBlock block;
+    preparePlugin().getStateInformation(block);
+    const auto xml = juce::AudioProcessor::getXmlFromBinary(block.getData(), (int) block.getSize());
+    return xml != nullptr && XmlFiles::write(*xml, file);
+}
+
+bool RenderSession::saveSettings(const juce::File& file)
+{
+    const auto xml = preparePlugin().createUserSettings();
+    return xml != nullptr && XmlFiles::write(*xml, file);
+}
+
+void RenderSession::listPresets(std::ostream& out)
+{
+    auto& instance = preparePlugin();
+    if (options.preset.has_value())
+        instance.selectAndApplyPreset(*options.preset);
+
+    out << instance.getBankName() << "\n";
+    for (int group = 0; group < instance.getNumGroups(); ++group)
+    {
+        out << "  " << instance.getGroupName(group) << " (" << instance.getGroupCount(group) << ")\n";
+        for (int i = 0; i < instance.getGroupCount(group); ++i)
+        {
+            const int number = instance.getPresetNumber(group, i);
+            out << "    " << juce::String(number).paddedLeft(' ', 3) << "  " << instance.getPresetName(number) << "\n";
+        }
+    }
+    const int current = instance.getCurrentPreset();
+    out << "current preset: " << current << "  " << instance.getPresetName(current) << "\n";
+}
+
+RenderSession::Result RenderSession::run()
+{
+    auto* plugin = &preparePlugin();
     script.resolve(*plugin);
     if (options.randomSeed.has_value())
         plugin->getSequencer()->randomGenerator.seed(*options.randomSeed);
 
     const bool patternOption = options.nativePattern.has_value() || options.hostPatternKey.has_value() || !options.patternBanks.isEmpty();
-    const bool sequencerOn = options.sequencer.value_or(!(options.midiIn != juce::File() && !patternOption));
+    // A saved state keeps its own modes unless the command line names one.
+    const bool sequencerOn = options.sequencer.value_or(options.state != juce::File() ? plugin->internalSequencer.load()
+                                                                                      : !(options.midiIn != juce::File() && !patternOption));
     plugin->setInternalSequencer(sequencerOn);
 
     for (const auto& bank : options.patternBanks)
@@ -175,6 +255,8 @@ RenderSession::Result RenderSession::run()
         plugin->setHostMode(true);
         events.insert(events.begin(), { 0, juce::MidiMessage::noteOn(1, *options.hostPatternKey, (juce::uint8) 100) });
     }
+    if (options.preset.has_value())
+        events.insert(events.begin(), { 0, juce::MidiMessage::programChange(1, *options.preset) });
 
     // The panel is open for the whole render, as a host's window would be.
     std::unique_ptr<juce::AudioProcessorEditor> editor;

@@ -3,6 +3,8 @@
 #include "RenderOptions.h"
 #include "RenderScript.h"
 
+#include "plugin/Quindrel.h"
+
 #include <juce_audio_basics/juce_audio_basics.h>
 #include <juce_graphics/juce_graphics.h>
 
@@ -38,13 +40,28 @@ public:
     // that the plug-in does not have.
     Result run();
 
+    // The instance, made and given the options' files once. Throws BadInput
+    // for a file the plug-in does not take.
+    Quindrel& preparePlugin();
+
+    // The state as getStateInformation gives it, and the user settings; false
+    // if a file could not be written.
+    bool saveState(const juce::File& file);
+    bool saveSettings(const juce::File& file);
+
+    // The bank's name, each group with its presets, and the current preset.
+    void listPresets(std::ostream& out);
+
     double getLengthInSeconds() const { return lengthSeconds; }
 
 private:
     void readMidiFile();
+    void loadPresetFiles();
+    void loadState();
 
     const RenderOptions& options;
     std::vector<TimedMessage> input;
     RenderScript script;
     double lengthSeconds = 8.0;
+    std::unique_ptr<Quindrel> plugin;
 };

@@ -319,34 +319,43 @@ TEST(EditorPanel, RunningLightFollowsANativeRunAndTheEditedPattern)
     EXPECT_TRUE(name.isBlinking());
 }
 
-TEST(EditorPanel, ATypedPatternNameNamesTheEditedPatternOnlyWhileWriting)
+TEST(EditorPanel, TypedNamesNameTheEditedPatternOnlyWhileWritingAndTheCurrentPresetAlways)
 {
     Panel p;
     auto& display = p.control<GFXDisplay>("PatternNameDisplay");
     auto* sequencer = p.plugin().getQuindrelSeq();
-    const auto type = [&](const juce::String& text)
+    const auto type = [&](GFXDisplay& into, const juce::String& text)
     {
-        display.beginEdit();
-        if (!display.isEditing())
+        into.beginEdit();
+        if (!into.isEditing())
             return;
-        while (display.getText().isNotEmpty())
-            display.keyPressed(juce::KeyPress(juce::KeyPress::backspaceKey));
+        while (into.getText().isNotEmpty())
+            into.keyPressed(juce::KeyPress(juce::KeyPress::backspaceKey));
         for (auto c : text)
-            display.keyPressed(juce::KeyPress((int) c, {}, c));
-        display.keyPressed(juce::KeyPress(juce::KeyPress::returnKey));
+            into.keyPressed(juce::KeyPress((int) c, {}, c));
+        into.keyPressed(juce::KeyPress(juce::KeyPress::returnKey));
         pump();
     };
 
     const auto name = sequencer->getPatternName(0, DrumMachineSeq::nativeType);
-    type("Bossa");
+    type(display, "Bossa");
     EXPECT_EQ(sequencer->getPatternName(0, DrumMachineSeq::nativeType), name) << "the playing pattern is not renamed";
     EXPECT_EQ(display.getText(), name);
 
     p.press("Toggle Pattern Write Mode");
-    type("Bossa");
+    type(display, "Bossa");
     EXPECT_EQ(sequencer->getEditedName(), "Bossa");
     EXPECT_EQ(p.parameter("Pattern Name").getText(), "Bossa");
     EXPECT_EQ(display.getText(), "Bossa");
+
+    auto& preset = p.control<GFXDisplay>("PresetNameDisplay");
+    const int current = p.plugin().getCurrentPreset();
+    type(preset, "Dusty Kit");
+    EXPECT_EQ(p.plugin().getPresetName(current), "Dusty Kit");
+    EXPECT_EQ(preset.getText(), "Dusty Kit");
+    p.press("Select next preset");
+    p.press("Select previous preset");
+    EXPECT_EQ(preset.getText(), "Dusty Kit") << "the name stays with its preset";
 }
 
 TEST(EditorPanel, PatternFilesGetTheirExtensionAndComeBackIntoTheEditedSlot)

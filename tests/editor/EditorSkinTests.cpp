@@ -74,8 +74,9 @@ TEST(EditorSkin, WithoutSkinTheGridHoldsEveryHostParameterAndWorks)
 
         // A knob of the grid turns its parameter; a mute is a toggle.
         auto& level = panel.control<GFXKnob>("Bass Drum Level");
+        const auto before = panel.parameter("Bass Drum Level").getNormalised(); // the first kit's
         drag(level, { 25, 60 }, { { 25, 35 } });
-        EXPECT_NEAR(panel.parameter("Bass Drum Level").getNormalised(), 0.6, 1e-6);
+        EXPECT_NEAR(panel.parameter("Bass Drum Level").getNormalised(), before + 0.1, 1e-6);
         click(panel.control<GFXToggleButton>("Snare Drum Mute"));
         EXPECT_TRUE(panel.parameter("Snare Drum Mute").getBool());
         EXPECT_EQ(editor.getStatusBar()->getMessage(), "Snare Drum Mute: " + panel.plugin->getParameterDisplayText(60));

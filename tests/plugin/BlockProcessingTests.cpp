@@ -274,7 +274,7 @@ TEST(PluginBlockProcessing, ProcessBlockAllocatesNothing)
     // On a thread of its own, as a host's audio thread. A native run through
     // the factory patterns with a fill-in every second pass, the editor in
     // write mode following it; then host patterns by key, the editor again
-    // following; direct notes and a controller all along. A host listener
+    // following; direct notes, a controller and program changes all along. A host listener
     // builds texts when told of a change, as a VST3 wrapper does.
     PluginTestHost host(48000.0, 256);
     auto& plugin = *host.plugin;
@@ -312,6 +312,8 @@ TEST(PluginBlockProcessing, ProcessBlockAllocatesNothing)
                 midi.addEvent(juce::MidiMessage::noteOn(1, key, (juce::uint8) 90), block % 256);
                 midi.addEvent(juce::MidiMessage::noteOff(1, key), (block * 7) % 256);
                 midi.addEvent(juce::MidiMessage::controllerEvent(1, 7, block % 128), 128);
+                if (block % 50 == 0) // a kit change now and then
+                    midi.addEvent(juce::MidiMessage::programChange(1, (block / 50) % 20), 200);
                 ScopedAllocationCounter counter;
                 plugin.processBlock(buffer, midi);
                 if (block >= firstBlock + 100) // the first blocks of a mode may size their buffers
