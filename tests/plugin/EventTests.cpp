@@ -20,15 +20,6 @@ std::vector<double> allValues(ParameterManager& params)
     return values;
 }
 
-// The step row's lamps: 0 off, 0.5 dim, 1 lit.
-std::vector<double> stepLights(ParameterManager& params)
-{
-    std::vector<double> lights;
-    for (int s = 0; s < 16; ++s)
-        lights.push_back(params.getValue(stepState + s));
-    return lights;
-}
-
 std::vector<bool> flags(ParameterManager& params, int first)
 {
     std::vector<bool> result;
@@ -123,7 +114,7 @@ TEST(PluginEvents, PatternNumberAndStepLightsFollowTheModes)
     host.fire("Press Step 15");
     EXPECT_TRUE(seq.getBasicPattern() == 2 && seq.getFillPattern() == 14);
     EXPECT_EQ(params.getInt(patternNumber), 3) << "while stopped the chosen pattern is the one shown";
-    EXPECT_EQ(stepLights(params), lit({ 2, 14 }));
+    EXPECT_EQ(host.stepLights(), lit({ 2, 14 }));
     EXPECT_TRUE(params.getBool(stepBlinking + 2));
     host.fire("Tap/IntroSet/FillInTrigger/Accept"); // the intro starts the run instead
     EXPECT_TRUE(seq.getStartType() == QuindrelSeq::startWithFillIn && params.getBool(stepBlinking + 14) && !params.getBool(stepBlinking + 2));
@@ -143,7 +134,7 @@ TEST(PluginEvents, PatternNumberAndStepLightsFollowTheModes)
     // Length mode on part 2: every step lit; Clear removes the part.
     host.fire("Toggle Length Mode");
     EXPECT_TRUE(params.getBool(lengthModeStateWithClear));
-    EXPECT_EQ(stepLights(params), std::vector<double>(16, 1.0));
+    EXPECT_EQ(host.stepLights(), std::vector<double>(16, 1.0));
     host.fire("Press Step 06");
     EXPECT_EQ(seq.getEditedLength(), 6);
     host.fire("Clear");
@@ -158,7 +149,7 @@ TEST(PluginEvents, PatternNumberAndStepLightsFollowTheModes)
     // No internal sequencer: nothing shown.
     host.fire("Toggle Internal Sequencer");
     EXPECT_TRUE(params.getInt(patternNumber) == 0 && params.getText(patternName) == "" && params.getValue(patternTempo) == 30.0);
-    EXPECT_EQ(stepLights(params), lit({}));
+    EXPECT_EQ(host.stepLights(), lit({}));
     for (int s = 0; s < 16; ++s)
         EXPECT_FALSE(params.getBool(stepLengthState + s)) << s;
 }

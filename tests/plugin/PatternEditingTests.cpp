@@ -31,11 +31,7 @@ struct Editing
         setLength(length);
     }
 
-    void fire(const juce::String& name)
-    {
-        ASSERT_GE(plugin.getEvents().getUid(name), 0) << name;
-        plugin.handleEvent(plugin.getEvents().getUid(name));
-    }
+    void fire(const juce::String& name) { host.fire(name); }
     void press(int step) { fire("Press Step " + juce::String(step).paddedLeft('0', 2)); }
     void setLength(int length) { fire("Toggle Length Mode"), press(length), fire("Toggle Length Mode"); }
     void select(std::initializer_list<int> tracks)
@@ -54,13 +50,7 @@ struct Editing
         return text;
     }
     bool lamp(int id) { return params.getBool(id); }
-    std::vector<double> stepLights()
-    {
-        std::vector<double> lights;
-        for (int s = 0; s < 16; ++s)
-            lights.push_back(params.getValue(stepState + s));
-        return lights;
-    }
+    std::vector<double> stepLights() { return host.stepLights(); }
 };
 } // namespace
 

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "parameters/ParameterIds.h"
 #include "plugin/Quindrel.h"
 #include "plugin/Resources.h"
 #include "sequencer/QuindrelSeq.h"
@@ -109,6 +110,15 @@ public:
         instance.handleEvent(uid);
     }
     void fire(const juce::String& name) { fire(*plugin, name); }
+
+    // The step row's lamps: 0 off, 0.5 dim, 1 lit.
+    std::vector<double> stepLights() const
+    {
+        std::vector<double> lights;
+        for (int s = 0; s < 16; ++s)
+            lights.push_back(plugin->getParameterManager().getValue(ParameterIds::stepState + s));
+        return lights;
+    }
 
     static Event noteOn(int sample, int key, int velocity = 100)
     {

@@ -58,32 +58,22 @@ struct WatchedQuindrel : Quindrel
 // Plays blocks on a thread of its own, as a host's audio thread, until stopped.
 struct AudioThread
 {
-    using BlockFunction = std::function<void(int block, juce::MidiBuffer&)>;
-
-    explicit AudioThread(PluginTestHost& hostToUse, BlockFunction onBlockToUse = {})
-        : host(hostToUse)
-        , onBlock(std::move(onBlockToUse))
-        , thread([this]
+    explicit AudioThread(PluginTestHost& host, std::function<void(int block, juce::MidiBuffer&)> onBlock = {})
+        : thread([this, &host, onBlock]
                  {
                      juce::AudioBuffer<float> buffer(host.plugin->getTotalNumOutputChannels(), host.block);
                      juce::MidiBuffer midi;
-                     for (int block = 0; !stopped; ++block)
+                     for (int block = 0; !stopped; blocks = ++block)
                      {
                          midi.clear();
                          if (onBlock)
                              onBlock(block, midi);
                          host.plugin->processBlock(buffer, midi);
-                         for (int c = 0; c < buffer.getNumChannels(); ++c)
-                             for (int i = 0; i < buffer.getNumSamples(); ++i)
-                                 if (!std::isfinite(buffer.getSample(c, i)))
-                                     nonFinite.fetch_add(1);
-                         blocks.store(block + 1);
+                         nonFinite += PluginTestHost::badSamples(buffer);
                      } })
     {
     }
-
     ~AudioThread() { stop(); }
-
     void stop()
     {
         stopped = true;
@@ -91,11 +81,8 @@ struct AudioThread
             thread.join();
     }
 
-    PluginTestHost& host;
-    BlockFunction onBlock;
     std::atomic<bool> stopped{ false };
-    std::atomic<int> blocks{ 0 };
-    std::atomic<int> nonFinite{ 0 };
+    std::atomic<int> blocks{ 0 }, nonFinite{ 0 };
     std::thread thread;
 };
 } // namespace
@@ -223,30 +210,27 @@ TEST(PluginThreadSafety, StressPlayingWhileTheHostAndTheUserActOnOtherThreads)
     // the end. Scale, length, clear, paste and the randomizer stay out.
     const int modeSwitches[] = { 3000, 3001, 3002, 3003, 3004, 3005 };
     const int clicks[] = { 3010, 3011, 3012, 3013, 3014, 108, 3019, 3020, 104, 105, 106, 107 };
-    auto& midiControl = plugin.getMidiControl();
 
-    std::vector<std::pair<const char*, std::function<void(juce::Random&)>>> actions = {
-        { "host automation", [&](juce::Random& r)
-          { plugin.getParameters()[ParameterIds::mute + r.nextInt(ParameterIds::lastHostParameter + 1 - ParameterIds::mute)]->setValue(r.nextFloat()); } },
-        { "mode switch", [&](juce::Random& r)
-          { plugin.handleEvent(modeSwitches[r.nextInt((int) std::size(modeSwitches))]); } },
-        { "click", [&](juce::Random& r)
-          { plugin.handleEvent(clicks[r.nextInt((int) std::size(clicks))]); } },
-        { "step press", [&](juce::Random& r)
-          {
-              const int step = 3030 + r.nextInt(16);
-              for (int i = 0; i < 3; ++i)
-                  plugin.handleEvent(step);
-          } },
-        { "sequencer switch", [&](juce::Random& r)
-          { params.setNormalised(ParameterIds::autoFillIn + r.nextInt(3), r.nextFloat()); } },
-        { "MIDI learn", [&](juce::Random& r)
-          { midiControl.assign(1 + r.nextInt(100), params.getParameter(r.nextInt(ParameterIds::lastHostParameter + 1)), true); } },
-        { "controller", [&](juce::Random& r)
-          {
-              controllerFifo.write(1).forEach([&](int i)
-                                              { controllers[(size_t) i] = { 1 + r.nextInt(100), r.nextInt(128) }; });
-          } },
+    const std::function<void(juce::Random&)> actions[] = {
+        [&](juce::Random& r) // host automation
+        { plugin.getParameters()[ParameterIds::mute + r.nextInt(ParameterIds::lastHostParameter + 1 - ParameterIds::mute)]->setValue(r.nextFloat()); },
+        [&](juce::Random& r)
+        { plugin.handleEvent(modeSwitches[r.nextInt((int) std::size(modeSwitches))]); },
+        [&](juce::Random& r)
+        { plugin.handleEvent(clicks[r.nextInt((int) std::size(clicks))]); },
+        [&](juce::Random& r) // a step press, three times
+        {
+            const int step = 3030 + r.nextInt(16);
+            for (int i = 0; i < 3; ++i)
+                plugin.handleEvent(step);
+        },
+        [&](juce::Random& r) // the sequencer's switches
+        { params.setNormalised(ParameterIds::autoFillIn + r.nextInt(3), r.nextFloat()); },
+        [&](juce::Random& r) // MIDI learn
+        { plugin.getMidiControl().assign(1 + r.nextInt(100), params.getParameter(r.nextInt(ParameterIds::lastHostParameter + 1)), true); },
+        [&](juce::Random& r) // a controller for the audio thread
+        { controllerFifo.write(1).forEach([&](int i)
+                                          { controllers[(size_t) i] = { 1 + r.nextInt(100), r.nextInt(128) }; }); },
     };
 
     juce::Random random(13);
@@ -254,7 +238,7 @@ TEST(PluginThreadSafety, StressPlayingWhileTheHostAndTheUserActOnOtherThreads)
     int done = 0;
     for (; SteadyClock::now() < end; ++done)
     {
-        actions[(size_t) random.nextInt((int) actions.size())].second(random);
+        actions[random.nextInt((int) std::size(actions))](random);
         if (done % 20 == 0)
             juce::MessageManager::getInstance()->runDispatchLoopUntil(1);
     }
