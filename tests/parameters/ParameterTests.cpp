@@ -12,12 +12,11 @@ namespace
 // Records which listener was called, in order, and on which thread.
 struct Recorder : Parameter::Listener
 {
-    Recorder(std::vector<int>& log, int tag)
-        : log(log)
-        , tag(tag)
+    Recorder(std::vector<int>& logToUse, int tagToUse)
+        : log(logToUse)
+        , tag(tagToUse)
     {
     }
-
     void parameterChanged(Parameter& p) override
     {
         log.push_back(tag);
@@ -129,32 +128,6 @@ TEST(ParametersConversions, NoteNamesReadBackAndBadOnesAreRefused)
     int key = 0;
     for (auto* bad : { "", "H3", "C", "C#", "Cx3", "C3.5", "C12345" })
         EXPECT_FALSE(NoteParameter::parseNoteName(bad, key)) << bad;
-}
-
-TEST(ParametersConversions, CopyAndCloneCarryTheValueAcrossClasses)
-{
-    FloatParameter f(1, "f", 0.0f, 10.0f, 7.9f);
-    IntParameter i(2, "i", 0, 10, 0);
-    i.copyFrom(f, false);
-    EXPECT_EQ(i.getInt(), 7);
-    StringParameter s(3, "s", "");
-    s.copyFrom(i, false);
-    EXPECT_EQ(s.getText(), "7");
-
-    std::vector<int> log;
-    Recorder listener(log, 1);
-    EnumParameter e(5, "e", "x;y;z", "z");
-    e.setAutomatable(true);
-    e.addListener(&listener);
-    auto copy = e.clone();
-    auto* asEnum = dynamic_cast<EnumParameter*>(copy.get());
-    ASSERT_NE(asEnum, nullptr);
-    EXPECT_TRUE(asEnum->getId() == 5 && asEnum->getName() == "e" && asEnum->isAutomatable());
-    EXPECT_EQ(asEnum->getText(), "z");
-    asEnum->setInt(0, true);
-    EXPECT_TRUE(log.empty()) << "listeners are not copied";
-    EXPECT_EQ(NoteParameter(6, "n", "A#3").clone()->getText(), "A#3");
-    EXPECT_EQ(BoolParameter(7, "b", true, BoolParameter::yesNo).clone()->getText(), "yes");
 }
 
 TEST(ParametersNotification, UnchangedValueCallsNobody)

@@ -194,3 +194,12 @@ public:
     std::unique_ptr<Quindrel> plugin;
     std::vector<Event> output;
 };
+
+// An instance without a host, with the given user settings file (none: the
+// built-in defaults).
+inline std::unique_ptr<Quindrel> makePlugin(const juce::File& settingsFile = {})
+{
+    PluginPaths paths;
+    paths.settingsFile = settingsFile;
+    return Quindrel::createInstance(paths);
+}

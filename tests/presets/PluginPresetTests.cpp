@@ -11,14 +11,6 @@ namespace
 {
 constexpr int bassDrumDecay = 19;
 
-std::unique_ptr<Quindrel> makePlugin(const juce::File& settings = {})
-{
-    PluginPaths paths;
-    paths.settingsFile = settings;
-    paths.writeSettings = false;
-    return Quindrel::createInstance(paths);
-}
-
 // A bank of groups of the given sizes, each preset named g.i; the second group
 // has no name attribute.
 std::unique_ptr<juce::XmlElement> bank(std::initializer_list<int> groups)

@@ -11,12 +11,6 @@
 
 namespace StateSupport
 {
-inline std::unique_ptr<Quindrel> makePlugin()
-{
-    PluginPaths paths; // no settings file: the built-in defaults
-    return Quindrel::createInstance(paths);
-}
-
 inline juce::MemoryBlock stateOf(Quindrel& plugin)
 {
     juce::MemoryBlock block;

@@ -7,13 +7,6 @@
 
 namespace
 {
-std::unique_ptr<Quindrel> open(const juce::File& settings)
-{
-    PluginPaths paths;
-    paths.settingsFile = settings;
-    return Quindrel::createInstance(paths);
-}
-
 void expectFactoryDefaults(Quindrel& plugin, const char* why)
 {
     EXPECT_TRUE(plugin.getPresetsResourceKind() == BasePluginOldStyle::factoryPresets && plugin.getBankName() == "Quindrel Factory Presets" && plugin.getPresetStoring() == BasePluginOldStyle::onDemand) << why;
@@ -27,13 +20,13 @@ TEST(PresetsUserSettings, ANewInstanceStartsAsTheLastOneLeftItAndFromDefaultsWit
     juce::TemporaryFile settings(".ini"), bank(".qdprsb");
     const auto folder = bank.getFile().getParentDirectory();
     {
-        auto writer = open({});
+        auto writer = makePlugin({});
         writer->loadBankXml(*juce::parseXML("<PresetBank name=\"Live Set\"><PresetGroup name=\"Songs\">"
                                             "<Preset application=\"Quindrel\" name=\"Opener\"/></PresetGroup></PresetBank>"));
         ASSERT_TRUE(writer->saveBankFile(bank.getFile()));
     }
     {
-        auto first = open(settings.getFile());
+        auto first = makePlugin(settings.getFile());
         first->setPresetsResource(BasePluginOldStyle::userDefinedPresets, bank.getFile().getFullPathName());
         first->setPresetStoring(BasePluginOldStyle::automatic);
         first->setLastDirectory(folder);
@@ -44,7 +37,7 @@ TEST(PresetsUserSettings, ANewInstanceStartsAsTheLastOneLeftItAndFromDefaultsWit
         first->internalSequencer = false; // a live value: not what a new instance takes
     }
     {
-        auto second = open(settings.getFile());
+        auto second = makePlugin(settings.getFile());
         EXPECT_TRUE(second->getBankName() == "Live Set" && second->getPresetName(0) == "Opener" && second->getPresetStoring() == BasePluginOldStyle::automatic);
         EXPECT_EQ(second->getLastDirectory(), folder);
         EXPECT_TRUE(second->internalSequencer && !second->internalSync && second->hostMode && second->noteOffMode && second->hostPlayDetection == DrumMachine::byLowestCNoteOn);
@@ -55,15 +48,15 @@ TEST(PresetsUserSettings, ANewInstanceStartsAsTheLastOneLeftItAndFromDefaultsWit
 
     // The bank file gone: the factory bank, the choice kept for when it comes back.
     bank.getFile().deleteFile();
-    EXPECT_EQ(open(settings.getFile())->getBankName(), "Quindrel Factory Presets");
+    EXPECT_EQ(makePlugin(settings.getFile())->getBankName(), "Quindrel Factory Presets");
 
     settings.getFile().deleteFile();
-    expectFactoryDefaults(*open(settings.getFile()), "no file");
+    expectFactoryDefaults(*makePlugin(settings.getFile()), "no file");
     settings.getFile().replaceWithText("<UserSettings application=\"Quindrel\"><PresetSettings storing=\"autom");
-    expectFactoryDefaults(*open(settings.getFile()), "a broken file");
+    expectFactoryDefaults(*makePlugin(settings.getFile()), "a broken file");
     settings.getFile().replaceWithText("<UserSettings application=\"Drumatic\"><PresetSettings storing=\"automatic\"/>"
                                        "<InternalSequencer><HostMode state=\"on\"/></InternalSequencer></UserSettings>");
-    expectFactoryDefaults(*open(settings.getFile()), "another plug-in's file");
+    expectFactoryDefaults(*makePlugin(settings.getFile()), "another plug-in's file");
 }
 
 TEST(PresetsUserSettings, OfTwoInstancesTheLastClosedWinsTheFile)
@@ -71,8 +64,8 @@ TEST(PresetsUserSettings, OfTwoInstancesTheLastClosedWinsTheFile)
     juce::TemporaryFile settings(".ini");
     for (const bool automaticClosesLast : { true, false })
     {
-        auto automatic = open(settings.getFile());
-        auto onDemand = open(settings.getFile());
+        auto automatic = makePlugin(settings.getFile());
+        auto onDemand = makePlugin(settings.getFile());
         automatic->setPresetStoring(BasePluginOldStyle::automatic);
         onDemand->setPresetStoring(BasePluginOldStyle::onDemand);
 
@@ -81,7 +74,7 @@ TEST(PresetsUserSettings, OfTwoInstancesTheLastClosedWinsTheFile)
         automatic.reset();
         onDemand.reset();
 
-        EXPECT_EQ(open(settings.getFile())->getPresetStoring(),
+        EXPECT_EQ(makePlugin(settings.getFile())->getPresetStoring(),
                   automaticClosesLast ? BasePluginOldStyle::automatic : BasePluginOldStyle::onDemand);
     }
 }
