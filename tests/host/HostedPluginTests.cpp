@@ -117,28 +117,34 @@ juce::MemoryBlock stateOf(juce::AudioPluginInstance& plugin)
     plugin.getStateInformation(block);
     return block;
 }
-
-// Our own block inside what the host keeps, base64 encoded: in VST3's XML
-// (with JUCE's private data behind it), or as a string in LV2's turtle.
-juce::String encodedIn(const juce::MemoryBlock& hosted, bool vst3)
+// What the host keeps, as text (VST3's XML in a binary block, LV2's turtle),
+// and back. Our own block sits in it base64 encoded: in VST3's IComponent
+// element with JUCE's private data behind it, as a string in LV2's turtle.
+juce::String hostedText(const juce::MemoryBlock& hosted, bool vst3)
 {
-    if (!vst3)
-        return hosted.toString().fromFirstOccurrenceOf("StateString>", false, false).fromFirstOccurrenceOf("\"", false, false).upToFirstOccurrenceOf("\"", false, false);
-    const auto xml = juce::AudioProcessor::getXmlFromBinary(hosted.getData(), (int) hosted.getSize());
-    const auto* component = xml != nullptr ? xml->getChildByName("IComponent") : nullptr;
-    return component != nullptr ? component->getAllSubText() : juce::String();
+    const auto xml = vst3 ? juce::AudioProcessor::getXmlFromBinary(hosted.getData(), (int) hosted.getSize()) : nullptr;
+    return vst3 ? (xml != nullptr ? xml->toString() : juce::String()) : hosted.toString();
 }
 
-juce::MemoryBlock decoded(const juce::MemoryBlock& hosted, bool vst3)
+juce::MemoryBlock hostedBlock(const juce::String& text, bool vst3)
+{
+    juce::MemoryBlock block(text.toRawUTF8(), text.getNumBytesAsUTF8());
+    if (vst3)
+        juce::AudioProcessor::copyXmlToBinary(*juce::parseXML(text), block);
+    return block;
+}
+
+juce::MemoryBlock ourData(const juce::String& hosted, bool vst3)
 {
     juce::MemoryBlock data;
-    data.fromBase64Encoding(encodedIn(hosted, vst3));
+    data.fromBase64Encoding(vst3 ? hosted.fromFirstOccurrenceOf("<IComponent>", false, false).upToFirstOccurrenceOf("</IComponent>", false, false)
+                                 : hosted.fromFirstOccurrenceOf("StateString>", false, false).fromFirstOccurrenceOf("\"", false, false).upToFirstOccurrenceOf("\"", false, false));
     return data;
 }
 
 juce::String ourText(const juce::MemoryBlock& hosted, bool vst3)
 {
-    const auto data = decoded(hosted, vst3);
+    const auto data = ourData(hostedText(hosted, vst3), vst3);
     const auto xml = juce::AudioProcessor::getXmlFromBinary(data.getData(), (int) data.getSize());
     return xml != nullptr ? xml->toString(juce::XmlElement::TextFormat().singleLine()) : juce::String();
 }
@@ -146,23 +152,13 @@ juce::String ourText(const juce::MemoryBlock& hosted, bool vst3)
 // What the host keeps, with our XML replaced by `text`.
 juce::MemoryBlock withOurText(const juce::MemoryBlock& hosted, bool vst3, const juce::String& text)
 {
-    const auto old = decoded(hosted, vst3);
+    const auto hostText = hostedText(hosted, vst3);
+    const auto old = ourData(hostText, vst3);
     juce::MemoryBlock ours;
     juce::AudioProcessor::copyXmlToBinary(*juce::parseXML(text), ours);
     const auto kept = (size_t) juce::ByteOrder::littleEndianInt(juce::addBytesToPointer(old.getData(), 4)) + 9; // mark, length, text, nul
     ours.append(juce::addBytesToPointer(old.getData(), kept), old.getSize() - kept);
-    if (!vst3)
-    {
-        const auto turtle = hosted.toString().replace(encodedIn(hosted, false), ours.toBase64Encoding());
-        return { turtle.toRawUTF8(), turtle.getNumBytesAsUTF8() };
-    }
-    auto xml = juce::AudioProcessor::getXmlFromBinary(hosted.getData(), (int) hosted.getSize());
-    auto* component = xml->getChildByName("IComponent");
-    component->deleteAllTextElements();
-    component->addTextElement(ours.toBase64Encoding());
-    juce::MemoryBlock result;
-    juce::AudioProcessor::copyXmlToBinary(*xml, result);
-    return result;
+    return hostedBlock(hostText.replace(old.toBase64Encoding(), ours.toBase64Encoding()), vst3);
 }
 
 void checkStateComesBack(const Format& f)
