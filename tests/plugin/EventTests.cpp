@@ -219,7 +219,10 @@ TEST(PluginEvents, PlayingAndBrowsingInEveryModeLeavesThePatternsAsTheyAre)
     host.fire("Toggle Pattern Write Mode");
     host.fire("Toggle Host Mode");
     for (int i = 0; i < QuindrelSeq::hostPatternCount; ++i)
+    {
         host.fire("Next");
+        host.plugin->getParameterManager().sendAllChanges(); // as a start-up or a restore tells them
+    }
     host.fire("Toggle Auto Follow Mode");
     for (int key = 12; key < 108; ++key)
         host.render(256, { PluginTestHost::noteOn(0, key) });
