@@ -1,6 +1,7 @@
 #include "RenderSession.h"
 
 #include "editor/BasePluginEditor.h"
+#include "editor/GFXButton.h"
 #include "editor/PluginEditorWindow.h"
 #include "editor/ResourceLoader.h"
 #include "parameters/MidiControl.h"
@@ -91,6 +92,47 @@ void deliverPendingUpdates()
                                     { *delivered = true; });
     while (!*delivered)
         juce::MessageManager::getInstance()->runDispatchLoopUntil(1);
+}
+
+// The first component of that name that shows inside root, or with shown
+// false, the first of any; outer levels first, as findControl looks.
+juce::Component* findComponent(juce::Component& root, const juce::String& name, bool shown)
+{
+    for (auto* child : root.getChildren())
+        if (child->getName() == name && (!shown || child->isVisible()))
+            return child;
+    for (auto* child : root.getChildren())
+        if (!shown || child->isVisible())
+            if (auto* found = findComponent(*child, name, shown))
+                return found;
+    return nullptr;
+}
+
+// A click as the user's hand gives it: a button's own click, or a press and
+// release in the middle of anything else.
+void clickComponent(juce::Component& component)
+{
+    if (auto* button = dynamic_cast<GFXButton*>(&component))
+    {
+        if (button->isEnabled())
+            button->click({});
+        return;
+    }
+    if (auto* button = dynamic_cast<juce::Button*>(&component))
+    {
+        button->triggerClick();
+        return;
+    }
+
+    const auto centre = component.getLocalBounds().getCentre().toFloat();
+    const auto now = juce::Time::getCurrentTime();
+    const auto press = [&](juce::ModifierKeys mods)
+    {
+        return juce::MouseEvent(juce::Desktop::getInstance().getMainMouseSource(), centre, mods, 1.0f, 0.0f, 0.0f, 0.0f, 0.0f,
+                                &component, &component, now, centre, now, 1, false);
+    };
+    component.mouseDown(press(juce::ModifierKeys(juce::ModifierKeys::leftButtonModifier)));
+    component.mouseUp(press(juce::ModifierKeys()));
 }
 } // namespace
 
@@ -265,6 +307,19 @@ RenderSession::Result RenderSession::run()
         editor.reset(plugin->createEditorIfNeeded());
     }
 
+    // Every component a click names exists from the start: windows and their
+    // pages are built with the panel.
+    if (auto* window = dynamic_cast<PluginEditorWindow*>(editor.get()))
+    {
+        const std::function<bool(const juce::String&)> hasComponent = [&panel = window->getEditor()](const juce::String& name)
+        { return findComponent(panel, name, false) != nullptr; };
+        script.resolveClicks(&hasComponent);
+    }
+    else
+    {
+        script.resolveClicks(nullptr);
+    }
+
     RenderPlayHead playHead(options.tempo, options.sampleRate);
     if (options.transport)
         plugin->setPlayHead(&playHead);
@@ -286,8 +341,15 @@ RenderSession::Result RenderSession::run()
     // click on a control bound to them: the panel's own events first.
     ScriptPlayer player(script, *plugin, options.sampleRate);
     if (auto* window = dynamic_cast<PluginEditorWindow*>(editor.get()))
+    {
         player.fireEvent = [&panel = window->getEditor()](int uid)
         { panel.performEvent(uid); };
+        player.click = [&panel = window->getEditor()](const juce::String& name)
+        {
+            if (auto* component = findComponent(panel, name, true))
+                clickComponent(*component);
+        };
+    }
 
     const auto started = juce::Time::getMillisecondCounterHiRes();
 
