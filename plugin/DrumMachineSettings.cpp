@@ -186,6 +186,23 @@ void DrumMachine::setInstrumentOutput(int instrument, int output)
     parameterManager.setInt(ParameterIds::outputNumber + instrument, output);
 }
 
+int DrumMachine::getStoredInstrumentOutput(int instrument) const
+{
+    return juce::isPositiveAndBelow(instrument, instrumentCount) ? storedInstrumentOutput[(size_t) instrument] : 0;
+}
+
+void DrumMachine::setStoredInstrumentOutput(int instrument, int output)
+{
+    if (juce::isPositiveAndBelow(instrument, instrumentCount) && output >= 1 && output <= getOutputCount())
+        storedInstrumentOutput[(size_t) instrument] = output;
+}
+
+void DrumMachine::storeCurrentOutputs()
+{
+    for (int i = 0; i < instrumentCount; ++i)
+        storedInstrumentOutput[(size_t) i] = instrumentOutput[(size_t) i];
+}
+
 void DrumMachine::setTriggerOutput(int output)
 {
     triggerOutput = output;
