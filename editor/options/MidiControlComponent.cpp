@@ -120,6 +120,10 @@ MidiControlComponent::MidiControlComponent(BasePlugin& pluginToUse)
 {
     clearAlert.addButton("Yes", clearAnswerYes);
     clearAlert.addButton("No", clearAnswerNo);
+    // Hidden here until its first showing takes it to the panel's cover; its
+    // name is not the button's.
+    clearAlert.setName("Clear All question");
+    addChildComponent(clearAlert);
 
     list.onSelectionChanged = [this]
     {
