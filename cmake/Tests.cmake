@@ -98,3 +98,10 @@ gtest_discover_tests(quindrel_lv2_state_tests
     TEST_PREFIX "plugin."
     DISCOVERY_TIMEOUT 60
     PROPERTIES LABELS plugin TIMEOUT 600)
+
+# The Standalone's panel in a real X window under Xvfb: clicks, a drag and
+# typed keys from xdotool, compared with quindrel-render's pictures.
+add_test(NAME editor.StandalonePanelWorksInARealWindow
+    COMMAND "${CMAKE_SOURCE_DIR}/scripts/check-standalone-panel"
+            "${QUINDREL_ARTEFACTS}/Standalone/Quindrel" "$<TARGET_FILE:quindrel-render>")
+set_tests_properties(editor.StandalonePanelWorksInARealWindow PROPERTIES LABELS editor TIMEOUT 180)

@@ -16,7 +16,9 @@ namespace
 {
 constexpr int tooltipDelayMs = 700;
 constexpr int statusPriorityHint = 4;
+constexpr int statusPriorityMidi = 5;
 constexpr int statusPriorityMouse = 6;
+constexpr int statusPriorityLearn = 7;
 constexpr int statusMessageMs = 3000;
 constexpr int debugControlCount = 6;
 
@@ -44,6 +46,10 @@ BasePluginEditor::BasePluginEditor(BasePlugin* pluginToUse)
 {
     setLookAndFeel(&lookAndFeel);
     setOpaque(true);
+    // A click on a control that takes no keys leaves the focus with the panel
+    // itself, so that it ends a name's edit instead of starting the edit of
+    // the first display that takes keys; the host keeps the keys it is sent.
+    setWantsKeyboardFocus(true);
 
     tooltipWindow = std::make_unique<juce::TooltipWindow>(this, tooltipDelayMs);
 
@@ -328,6 +334,7 @@ void BasePluginEditor::finishOpening()
     if (plugin->useDebugParameters())
         buildDebugPanel();
     startTimer(timerIntervalMs);
+    midiLearnChanged(plugin->getMidiControl());
 
     // Only the panel's side hears this: engine and host already agree with
     // the parameters, and must not be told of a change that did not happen.
@@ -358,6 +365,59 @@ void BasePluginEditor::showParameterStatus(Parameter* changed)
         return;
 
     statusBar->setTimedMessage(changed->getName() + ": " + text, statusPriorityMouse, statusMessageMs);
+}
+
+juce::String BasePluginEditor::getLearnText(int controller, const Parameter* parameter)
+{
+    if (controller < 0 && parameter == nullptr)
+        return "Waiting for a controller or parameter movement...";
+    if (controller < 0)
+        return "'" + parameter->getName() + "' parameter is free. Waiting for a free controller now...";
+    if (parameter == nullptr)
+        return "CC# " + juce::String(controller) + " is free. Waiting for a parameter now...";
+    return "CC# " + juce::String(controller) + " is assigned to parameter '" + parameter->getName() + "'.";
+}
+
+void BasePluginEditor::midiLearnChanged(MidiControl& midiControl)
+{
+    // A state restored on a host's thread may end learn there: the panel
+    // hears of it on its own thread.
+    if (!juce::MessageManager::existsAndIsCurrentThread())
+    {
+        juce::MessageManager::callAsync([safe = juce::Component::SafePointer<BasePluginEditor>(this)]
+                                        {
+                                            if (safe != nullptr)
+                                                safe->midiLearnChanged(safe->plugin->getMidiControl()); });
+        return;
+    }
+
+    bool learning = false;
+    int controller = -1;
+    Parameter* parameter = nullptr;
+    {
+        const juce::ScopedLock sl(midiControl.getLock());
+        learning = midiControl.isLearnMode();
+        controller = midiControl.getLearnController();
+        parameter = midiControl.getLearnParameter();
+    }
+
+    if (learning)
+        statusBar->setMessage(getLearnText(controller, parameter), statusPriorityLearn);
+    else
+        statusBar->clear(StatusBar::anyPriority);
+
+    if (midiLearnButton != nullptr)
+        midiLearnButton->setCurrentState(learning ? 1 : 0);
+}
+
+void BasePluginEditor::midiControllerMoved(MidiControl&, Parameter* moved)
+{
+    if (moved == nullptr)
+        return;
+
+    const auto text = plugin->getParameterDisplayText(moved->getId());
+    if (text.isNotEmpty())
+        statusBar->setTimedMessage(moved->getName() + ": " + text, statusPriorityMidi, statusMessageMs);
 }
 
 void BasePluginEditor::controllerValueChanged(GUIController& controller)

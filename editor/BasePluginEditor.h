@@ -95,6 +95,13 @@ public:
     // Parameter::Listener: the state parameters that the panel follows.
     void parameterChanged(Parameter&) override {}
 
+    // MidiControl::Listener: learn's prompt on the status bar and the learn
+    // button's lamp; the value a controller moved, as a mouse move shows it.
+    void midiLearnChanged(MidiControl& midiControl) override;
+    void midiControllerMoved(MidiControl& midiControl, Parameter* moved) override;
+    // The prompt for what learn has picked so far.
+    static juce::String getLearnText(int controller, const Parameter* parameter);
+
     // GUIController::Listener
     void controllerValueChanged(GUIController& controller) override;
     void controllerEvent(GUIController& controller, int eventUid) override;

@@ -1,5 +1,7 @@
 #include "parameters/MidiControl.h"
 
+#include "presets/XmlFiles.h"
+
 #include <utility>
 #include <vector>
 
@@ -338,7 +340,7 @@ std::unique_ptr<juce::XmlElement> MidiControl::createMapXml() const
 
 bool MidiControl::loadFromFile(const juce::File& file)
 {
-    const auto xml = juce::parseXML(file);
+    const auto xml = XmlFiles::parse(file);
 
     if (xml == nullptr || !canLoadMap(*xml))
         return false;

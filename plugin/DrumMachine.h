@@ -169,6 +169,11 @@ public:
     // set on the message thread only: from any other, this hands them to it.
     void updatePatternSettingsRows();
     void updateStepBlinking();
+    // "Native Mode Ready State": the sequencer on, in native play mode, stopped.
+    void updateNativeModeReadyState();
+    // The step the panel's running light shows, or -1: the step of the clock
+    // that the mode follows while it runs and plays what is edited. Message thread.
+    int getDisplayStep() const;
     void updateStepLengthLamps();
     void updatePatternNumber();
     void updateScaleRows();

@@ -4,6 +4,8 @@
 
 #include "plugin/DrumMachine.h"
 
+#include "presets/XmlFiles.h"
+
 void DrumMachine::resetDrumMap()
 {
     for (auto& entry : keyToInstrument)
@@ -72,7 +74,7 @@ bool DrumMachine::loadDrumMapFile(const juce::File& file)
     if (!file.existsAsFile())
         return false;
 
-    const auto xml = juce::parseXML(file);
+    const auto xml = XmlFiles::parse(file);
     if (xml == nullptr || !isDrumMapXml(*xml))
         return false;
 

@@ -220,7 +220,26 @@ void DrumMachine::updatePatternDisplays()
     updatePatternNumber();
     updatePatternSettingsRows();
     updateScaleRows();
+    updateNativeModeReadyState();
+}
+
+void DrumMachine::updateNativeModeReadyState()
+{
     parameterManager.setBool(nativeModeReadyState, internalSequencer && !writeMode && !hostMode && !nativeClock.running);
+}
+
+int DrumMachine::getDisplayStep() const
+{
+    // Length mode lights the steps as a ruler; a position over it would lie.
+    if (sequencer == nullptr || !internalSequencer || (isEditing() && lengthMode))
+        return -1;
+
+    if (hostMode)
+        return hostClock.running && sequencer->isEditedHostPlaying() ? sequencer->getHostStep() : -1;
+
+    if (!nativeClock.running || (writeMode && !sequencer->isEditedNativePlaying()))
+        return -1;
+    return sequencer->getNativeStep();
 }
 
 //==============================================================================

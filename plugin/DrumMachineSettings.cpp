@@ -4,6 +4,7 @@
 #include "plugin/DrumMachine.h"
 
 #include "parameters/ParameterIds.h"
+#include "presets/XmlFiles.h"
 
 namespace
 {
@@ -47,7 +48,7 @@ int DrumMachine::readStoredOutputType(const juce::File& settingsFile)
     if (settingsFile == juce::File() || !settingsFile.existsAsFile())
         return stereoOutputs;
 
-    const auto xml = juce::parseXML(settingsFile);
+    const auto xml = XmlFiles::parse(settingsFile);
     if (xml == nullptr || !xml->hasTagName("UserSettings"))
         return stereoOutputs;
 

@@ -1,6 +1,6 @@
 #include "plugin/Quindrel.h"
 
-#include "editor/DrumMachineEditors.h"
+#include "editor/QuindrelEditor.h"
 #include "engine/QuindrelCore.h"
 #include "parameters/ParameterIds.h"
 #include "sequencer/QuindrelSeq.h"

@@ -1,6 +1,7 @@
 #include "sequencer/DrumMachineSeq.h"
 
 #include "plugin/DrumMachine.h"
+#include "presets/XmlFiles.h"
 #include "sequencer/Pattern.h"
 
 DrumMachineSeq::DrumMachineSeq(DrumMachine* owner, DrumMachineCore* engine)
@@ -157,7 +158,7 @@ std::unique_ptr<juce::XmlElement> DrumMachineSeq::writePatternsState() const
 
 bool DrumMachineSeq::loadPatternFile(const juce::File& file, int type)
 {
-    const auto xml = juce::parseXML(file);
+    const auto xml = XmlFiles::parse(file);
     if (xml == nullptr || !isPatternElement(*xml, type))
         return false;
 
@@ -173,7 +174,7 @@ bool DrumMachineSeq::savePatternFile(const juce::File& file, int type) const
 
 bool DrumMachineSeq::loadBankFile(const juce::File& file, int type)
 {
-    const auto xml = juce::parseXML(file);
+    const auto xml = XmlFiles::parse(file);
     if (xml == nullptr || !isBankElement(*xml, type))
         return false;
 

@@ -2,6 +2,7 @@
 
 #include "editor/BasePluginEditor.h"
 #include "editor/GFXButton.h"
+#include "editor/GFXMultiStateButton.h"
 #include "editor/PluginEditorWindow.h"
 #include "editor/ResourceLoader.h"
 #include "parameters/MidiControl.h"
@@ -44,7 +45,7 @@ constexpr int pressStepEvent = 3030;
 // the mode the plug-in is in.
 void loadPatternBank(Quindrel& plugin, const juce::File& file)
 {
-    const auto xml = juce::parseXML(file);
+    const auto xml = XmlFiles::parse(file);
     auto* sequencer = plugin.getSequencer();
 
     int type = plugin.hostMode ? DrumMachineSeq::hostType : DrumMachineSeq::nativeType;
@@ -67,7 +68,7 @@ void loadPatternBank(Quindrel& plugin, const juce::File& file)
 // A control map of either form; anything else is a mistake of the caller.
 void loadControlMap(Quindrel& plugin, const juce::File& file)
 {
-    const auto xml = juce::parseXML(file);
+    const auto xml = XmlFiles::parse(file);
     auto& midiControl = plugin.getMidiControl();
 
     if (xml != nullptr && MidiControl::isOlderMapXml(*xml))
@@ -353,10 +354,22 @@ RenderSession::Result RenderSession::run()
 
     const auto started = juce::Time::getMillisecondCounterHiRes();
 
+    // The panel's lights show what sounded within one flash of the end.
+    const auto lightsFrom = totalSamples - toSample(GFXMultiStateButton::flashMs / 1000.0, options.sampleRate);
+    bool lightsCleared = editor == nullptr;
+
     for (juce::int64 start = 0; start < totalSamples; start += options.blockSize)
     {
         const int length = (int) juce::jmin((juce::int64) options.blockSize, totalSamples - start);
         block.setSize(channels, length, false, false, true);
+
+        if (!lightsCleared && start >= lightsFrom)
+        {
+            for (int track = 0; track < trackCount; ++track)
+                plugin->takeActivity(track);
+            plugin->takeMidiActivity();
+            lightsCleared = true;
+        }
 
         midi.clear();
         while (nextEvent < events.size() && events[nextEvent].sample < start + length)
@@ -378,15 +391,24 @@ RenderSession::Result RenderSession::run()
     }
 
     result.renderSeconds = (juce::Time::getMillisecondCounterHiRes() - started) / 1000.0;
-    plugin->releaseResources();
-    plugin->setPlayHead(nullptr);
 
+    // The panel as it stands at the last block, before the clocks stop: the
+    // running step and the lights of the instruments that sounded last.
     if (editor != nullptr)
     {
         // Twice: the panel's answer to an update may raise another.
         deliverPendingUpdates();
         deliverPendingUpdates();
+        if (auto* window = dynamic_cast<PluginEditorWindow*>(editor.get()))
+            window->getEditor().idle();
         result.snapshot = editor->createComponentSnapshot(editor->getLocalBounds(), true, 1.0f);
+    }
+
+    plugin->releaseResources();
+    plugin->setPlayHead(nullptr);
+
+    if (editor != nullptr)
+    {
         editor.reset();
         setSkinDirectory({});
     }

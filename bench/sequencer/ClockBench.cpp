@@ -9,7 +9,7 @@ static void BM_ShuffledClockTick(benchmark::State& state)
 {
     // A running clock posts its async update; that needs a message manager,
     // whose loop is never run here, as between two deliveries in the plug-in.
-    static juce::ScopedJuceInitialiser_GUI juce;
+    juce::ScopedJuceInitialiser_GUI juce;
 
     ShuffledClock clock;
     clock.setSampleRate(48000.0);

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "editor/DrumMachineEditors.h"
+#include "editor/DrumMachineEditor.h"
 #include "editor/PopupMenuEx.h"
 #include "editor/options/SettingsWidgets.h"
 #include "parameters/InstrumentNames.h"

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "editor/DrumMachineEditors.h"
+#include "editor/BasePluginEditorOldStyle.h"
 #include "editor/options/SettingsWidgets.h"
 
 // The "Presets" page: how the current preset keeps changes, how presets

@@ -3,7 +3,7 @@
 
 #include "EditorTestSupport.h"
 
-#include "editor/DrumMachineEditors.h"
+#include "editor/DrumMachineEditor.h"
 #include "editor/browser/OldStylePresetBrowserWindow.h"
 #include "parameters/ParameterIds.h"
 

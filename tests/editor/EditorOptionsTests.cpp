@@ -4,7 +4,7 @@
 
 #include "EditorTestSupport.h"
 
-#include "editor/DrumMachineEditors.h"
+#include "editor/DrumMachineEditor.h"
 #include "editor/GFXMultiStateButton.h"
 #include "editor/options/DrumMachineSettingsPages.h"
 #include "editor/options/MidiControlComponent.h"

@@ -517,7 +517,10 @@ void PanelPainter::stepKey(juce::Graphics& g, const Control& c, int state, bool 
     auto face = r.withTrimmedBottom(3.0f);
     if (pressed)
         face.translate(0, 2.0f);
-    const auto body = state == 2 ? hue : off;
+    // On reads as a key tinted with its group's colour, accented as a key
+    // lit through, so a pattern reads from across the room.
+    const auto body = state == 2 ? hue : state == 1 ? off.interpolatedWith(hue, 0.42f)
+                                                    : off;
     g.setGradientFill(juce::ColourGradient(body.brighter(pressed ? 0.0f : 0.2f), 0, face.getY(), body.darker(0.15f), 0, face.getBottom(), false));
     g.fillRoundedRectangle(face, 4.0f);
     if (!pressed)

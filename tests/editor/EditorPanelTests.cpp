@@ -1,0 +1,394 @@
+// The shipped panel at work: what the state parameters do to the other
+// controls, the hints and learn prompts on the status bar, the lights that
+// follow the audio thread and the clocks, the pattern menus and files.
+
+#include "EditorTestSupport.h"
+
+#include "editor/GFXAnimation.h"
+#include "editor/GFXButton.h"
+#include "editor/GFXKnob.h"
+#include "editor/GFXMultiStateButton.h"
+#include "editor/NumericDisplay.h"
+#include "editor/PatternNumberDisplay.h"
+#include "editor/QuindrelEditor.h"
+#include "plugin/PluginTestHost.h"
+#include "sequencer/QuindrelSeq.h"
+
+using namespace editortest;
+
+namespace
+{
+// A Quindrel played as a host plays it, with the shipped panel open.
+struct Panel
+{
+    Panel()
+        : window(dynamic_cast<PluginEditorWindow*>(host.plugin->createEditor()))
+    {
+        pump(10);
+    }
+
+    ~Panel() { window.reset(); }
+
+    void reopen()
+    {
+        window.reset();
+        window.reset(dynamic_cast<PluginEditorWindow*>(host.plugin->createEditor()));
+        pump();
+    }
+
+    Panel(const Panel&) = delete;
+
+    QuindrelEditor& editor() { return dynamic_cast<QuindrelEditor&>(window->getEditor()); }
+    Quindrel& plugin() { return *host.plugin; }
+    Parameter& parameter(const juce::String& name) { return *plugin().getParameterManager().getParameter(name); }
+    StatusBar& status() { return *editor().getStatusBar(); }
+
+    template <typename Control>
+    Control& control(const juce::String& name)
+    {
+        auto* found = dynamic_cast<Control*>(editor().findControl(name));
+        if (found == nullptr)
+            throw std::runtime_error(("no control " + name).toStdString());
+        return *found;
+    }
+
+    // An event as the click on its control fires it, then the updates it raised.
+    void press(const juce::String& eventName)
+    {
+        const int uid = plugin().getEvents().getUid(eventName);
+        if (uid < 0)
+            throw std::runtime_error(("no event " + eventName).toStdString());
+        editor().performEvent(uid);
+        pump();
+    }
+
+    void controller(int number, int value)
+    {
+        host.render(64, { { 0, juce::MidiMessage::controllerEvent(1, number, value) } });
+        pump();
+    }
+
+    // The step keys that show the running light.
+    juce::Array<int> runningSteps()
+    {
+        juce::Array<int> lit;
+        for (int step = 0; step < 16; ++step)
+            if (control<GFXMultiStateButton>("Step" + juce::String(step + 1).paddedLeft('0', 2) + "Button").isRunningLight())
+                lit.add(step);
+        return lit;
+    }
+
+    PluginTestHost host;
+    std::unique_ptr<PluginEditorWindow> window;
+};
+
+const juce::String lengthHint = "Set pattern length using step buttons.";
+const juce::String learnPrompt = "Waiting for a controller or parameter movement...";
+} // namespace
+
+TEST(EditorPanel, ARandomizedTrackShowsItsThresholdKnobWhereTheLevelKnobWas)
+{
+    Panel p;
+    auto& level = p.control<GFXKnob>("SnareDrumLevelKnob");
+    auto& threshold = p.control<GFXKnob>("SnareDrumRandThresholdKnob");
+    auto& led = p.control<GFXAnimation>("SnareDrumLevelModeLed");
+    EXPECT_TRUE(level.isVisible());
+    EXPECT_FALSE(threshold.isVisible()) << "the opening sends every parameter, Rand State off among them";
+    EXPECT_FALSE(led.isBlinking());
+
+    p.press("Toggle Pattern Write Mode");
+    p.press("Select Snare Drum");
+    p.press("Toggle Randomizer");
+    const auto emptyHint = p.status().getMessage();
+    EXPECT_TRUE(emptyHint.startsWith("Choose tracks")) << emptyHint;
+    EXPECT_TRUE(p.control<GFXMultiStateButton>("PattRandModeButton").isBlinking());
+    EXPECT_TRUE(level.isVisible()) << "no result yet";
+
+    p.press("Next");
+    EXPECT_FALSE(level.isVisible());
+    EXPECT_TRUE(threshold.isVisible());
+    EXPECT_EQ(threshold.getBounds(), level.getBounds());
+    EXPECT_TRUE(led.isBlinking());
+    EXPECT_TRUE(p.status().getMessage().startsWith("Tune the amount")) << "the hint follows the result";
+    EXPECT_EQ(p.status().getPriority(), QuindrelEditor::hintPriority);
+    EXPECT_TRUE(p.control<GFXKnob>("BassDrumLevelKnob").isVisible()) << "a track outside the result keeps its level knob";
+    EXPECT_FALSE(p.control<GFXAnimation>("BassDrumLevelModeLed").isBlinking());
+
+    // Closed and opened again, the panel comes up as the plug-in stands.
+    p.reopen();
+    EXPECT_FALSE(p.control<GFXKnob>("SnareDrumLevelKnob").isVisible());
+    EXPECT_TRUE(p.control<GFXKnob>("SnareDrumRandThresholdKnob").isVisible());
+    EXPECT_TRUE(p.control<GFXAnimation>("SnareDrumLevelModeLed").isBlinking());
+
+    // Cancelled, the panel is as before and the hint goes.
+    p.press("Toggle Randomizer");
+    EXPECT_TRUE(p.control<GFXKnob>("SnareDrumLevelKnob").isVisible());
+    EXPECT_FALSE(p.control<GFXKnob>("SnareDrumRandThresholdKnob").isVisible());
+    EXPECT_FALSE(p.control<GFXAnimation>("SnareDrumLevelModeLed").isBlinking());
+    EXPECT_FALSE(p.control<GFXMultiStateButton>("PattRandModeButton").isBlinking());
+    EXPECT_TRUE(p.status().getMessage().isEmpty());
+}
+
+TEST(EditorPanel, PatternDisplaysReadNotesInHostModeAndGoBlankWithoutTheSequencer)
+{
+    Panel p;
+    auto& number = p.control<PatternNumberDisplay>("PatternNumberDisplay");
+    const auto isNoteLetter = [&]
+    {
+        const int frame = number.getDigit(1).getFrame();
+        return frame >= 11 && frame <= 17;
+    };
+
+    EXPECT_FALSE(isNoteLetter()) << "native patterns are numbered";
+    EXPECT_EQ(number.getDigit(2).getFrame(), 2) << "pattern 1 reads 01";
+
+    p.press("Toggle Host Mode");
+    EXPECT_EQ(number.getDigit(0).getFrame(), 11) << "P.";
+    EXPECT_TRUE(isNoteLetter());
+
+    p.press("Toggle Host Mode");
+    EXPECT_FALSE(isNoteLetter());
+
+    p.press("Toggle Internal Sequencer");
+    for (int digit = 0; digit < 4; ++digit)
+        EXPECT_EQ(number.getDigit(digit).getFrame(), 0) << "digit " << digit;
+    EXPECT_FALSE(p.control<GFXDisplay>("PatternNameDisplay").isEnabled());
+}
+
+TEST(EditorPanel, TempoDisplayFollowsTheTempoButTakesTheMouseOnlyWhileTheTempoIsEditable)
+{
+    Panel p;
+    auto& display = p.control<NumericDisplay>("TempoDisplay");
+    auto& tempo = p.parameter("Pattern Tempo");
+    const auto middle = display.getLocalBounds().getCentre().toFloat();
+    const auto dragUp = [&]
+    { drag(display, middle, { middle.translated(0.0f, -40.0f), middle.translated(0.0f, -80.0f) }); };
+
+    const double before = tempo.getValue();
+    dragUp();
+    EXPECT_EQ(tempo.getValue(), before) << "playing, not editing: the pattern's tempo is not the user's to drag";
+    EXPECT_FALSE(p.control<GFXKnob>("TempoKnob").isEnabled());
+
+    tempo.setValue(133.0f, true);
+    pump();
+    EXPECT_DOUBLE_EQ(display.getValue(), 133.0) << "it still shows values";
+
+    p.press("Toggle Pattern Write Mode");
+    EXPECT_TRUE(p.control<GFXKnob>("TempoKnob").isEnabled());
+    EXPECT_TRUE(p.control<GFXKnob>("ShuffleKnob").isEnabled());
+    const double editing = tempo.getValue();
+    dragUp();
+    EXPECT_GT(tempo.getValue(), editing);
+}
+
+TEST(EditorPanel, CtrlClickOnPrevOpensThePatternsMenuOnlyWithTheInternalSequencer)
+{
+    Panel p;
+    auto& prev = p.control<GFXButton>("PattPrevButton");
+    auto& menu = p.editor().getLoadMenu();
+    auto* sequencer = p.plugin().getQuindrelSeq();
+    p.press("Toggle Pattern Write Mode");
+    const int edited = sequencer->getEditedIndex();
+
+    p.press("Toggle Internal Sequencer");
+    click(prev, withCtrl());
+    pump();
+    EXPECT_FALSE(menu.isShown());
+    EXPECT_EQ(sequencer->getEditedIndex(), edited) << "nor does it step to the previous pattern";
+
+    p.press("Toggle Internal Sequencer");
+    click(prev, withCtrl());
+    pump();
+    EXPECT_TRUE(menu.isShown());
+    EXPECT_EQ(menu.getNumItems(), 2);
+    EXPECT_EQ(sequencer->getEditedIndex(), edited);
+    menu.close();
+
+    click(p.control<GFXButton>("PattNextButton"), withCtrl());
+    EXPECT_TRUE(p.editor().getSaveMenu().isShown());
+}
+
+TEST(EditorPanel, LearnPromptsStayAboveHintsAndFollowThePicks)
+{
+    Panel p;
+    auto& learn = p.control<GFXMultiStateButton>("MidiLearnButton");
+    click(learn);
+    pump();
+    EXPECT_EQ(learn.getCurrentState(), 1);
+    EXPECT_EQ(p.status().getMessage(), learnPrompt);
+
+    p.press("Toggle Pattern Write Mode");
+    p.press("Toggle Length Mode");
+    EXPECT_EQ(p.status().getMessage(), learnPrompt) << "a hint at priority 4 waits behind learn";
+
+    // Touching a knob picks its parameter; a free controller then takes it.
+    auto& knob = p.control<GFXKnob>("BassDrumLevelKnob");
+    const auto centre = knob.getLocalBounds().getCentre().toFloat();
+    drag(knob, centre, { centre.translated(0.0f, -20.0f) });
+    pump();
+    EXPECT_EQ(p.status().getMessage(), "'Bass Drum Level' parameter is free. Waiting for a free controller now...");
+    p.controller(20, 100);
+    EXPECT_EQ(p.status().getMessage(), "CC# 20 is assigned to parameter 'Bass Drum Level'.");
+    p.controller(21, 100);
+    EXPECT_EQ(p.status().getMessage(), "CC# 21 is free. Waiting for a parameter now...");
+
+    click(learn);
+    pump();
+    EXPECT_EQ(learn.getCurrentState(), 0);
+    EXPECT_TRUE(p.status().getMessage().isEmpty());
+
+    p.press("Toggle Length Mode");
+    p.press("Toggle Length Mode");
+    EXPECT_EQ(p.status().getMessage(), lengthHint) << "with learn off the hint shows";
+
+    // A controller's move shows above the hint, below a mouse move.
+    p.controller(20, 127);
+    EXPECT_TRUE(p.status().getMessage().startsWith("Bass Drum Level: ")) << p.status().getMessage();
+    EXPECT_EQ(p.status().getPriority(), 5);
+}
+
+TEST(EditorPanel, EveryInstrumentTriggeredBetweenTwoLooksFlashesOnce)
+{
+    Panel p;
+    p.plugin().setInternalSequencer(false); // notes play the drums
+    pump();
+
+    const auto keyOf = [&](int instrument)
+    {
+        for (int key = 0; key < 128; ++key)
+            if (p.plugin().getKeyInstrument(key) == instrument)
+                return key;
+        return -1;
+    };
+    ASSERT_GE(keyOf(0), 0);
+    ASSERT_GE(keyOf(1), 0);
+
+    // Ten milliseconds apart: one look of the timer sees both.
+    p.host.render(1024, { PluginTestHost::noteOn(0, keyOf(0)), PluginTestHost::noteOn(480, keyOf(1)) });
+    p.editor().idle();
+
+    auto& bass = p.control<GFXMultiStateButton>("BassDrumActivityLed");
+    auto& snare = p.control<GFXMultiStateButton>("SnareDrumActivityLed");
+    EXPECT_EQ(bass.getCurrentState(), 1);
+    EXPECT_EQ(snare.getCurrentState(), 1);
+    EXPECT_EQ(p.control<GFXMultiStateButton>("LowCongaActivityLed").getCurrentState(), 0);
+    EXPECT_EQ(p.editor().getMidiActivityLed()->getFrame(), 1);
+
+    pump(GFXMultiStateButton::flashMs + 100);
+    EXPECT_EQ(bass.getCurrentState(), 0);
+    EXPECT_EQ(snare.getCurrentState(), 0);
+
+    p.editor().idle();
+    EXPECT_EQ(bass.getCurrentState(), 0) << "a trigger is taken once";
+}
+
+TEST(EditorPanel, RunningLightFollowsANativeRunAndTheEditedPattern)
+{
+    Panel p;
+    constexpr int samplesPerStep = 6000; // 120 BPM, four steps a beat, 48 kHz
+    p.host.playHead.playing = true;
+
+    p.host.render(3 * samplesPerStep + 1000);
+    pump();
+    EXPECT_EQ(p.runningSteps(), juce::Array<int>({ 3 }));
+
+    p.host.render(2 * samplesPerStep);
+    pump();
+    EXPECT_EQ(p.runningSteps(), juce::Array<int>({ 5 }));
+
+    // Editing another pattern than the one that plays: no position to show.
+    p.press("Toggle Pattern Write Mode");
+    p.press("Next");
+    p.host.render(samplesPerStep);
+    pump();
+    EXPECT_TRUE(p.runningSteps().isEmpty());
+    p.press("Prev");
+    p.host.render(samplesPerStep);
+    pump();
+    EXPECT_EQ(p.runningSteps(), juce::Array<int>({ 7 }));
+
+    // Stopped: no light, and the name blinks, ready for the next start.
+    p.press("Toggle Pattern Write Mode");
+    auto& name = p.control<GFXDisplay>("PatternNameDisplay");
+    EXPECT_FALSE(name.isBlinking());
+    p.host.playHead.playing = false;
+    p.host.render(512);
+    pump();
+    EXPECT_TRUE(p.runningSteps().isEmpty());
+    EXPECT_TRUE(name.isBlinking());
+}
+
+TEST(EditorPanel, TypedNamesNameTheEditedPatternOnlyWhileWritingAndTheCurrentPresetAlways)
+{
+    Panel p;
+    auto& display = p.control<GFXDisplay>("PatternNameDisplay");
+    auto* sequencer = p.plugin().getQuindrelSeq();
+    const auto type = [&](GFXDisplay& into, const juce::String& text)
+    {
+        into.beginEdit();
+        if (!into.isEditing())
+            return;
+        while (into.getText().isNotEmpty())
+            into.keyPressed(juce::KeyPress(juce::KeyPress::backspaceKey));
+        for (auto c : text)
+            into.keyPressed(juce::KeyPress((int) c, {}, c));
+        into.keyPressed(juce::KeyPress(juce::KeyPress::returnKey));
+        pump();
+    };
+
+    const auto name = sequencer->getPatternName(0, DrumMachineSeq::nativeType);
+    type(display, "Bossa");
+    EXPECT_EQ(sequencer->getPatternName(0, DrumMachineSeq::nativeType), name) << "the playing pattern is not renamed";
+    EXPECT_EQ(display.getText(), name);
+
+    p.press("Toggle Pattern Write Mode");
+    type(display, "Bossa");
+    EXPECT_EQ(sequencer->getEditedName(), "Bossa");
+    EXPECT_EQ(p.parameter("Pattern Name").getText(), "Bossa");
+    EXPECT_EQ(display.getText(), "Bossa");
+
+    auto& preset = p.control<GFXDisplay>("PresetNameDisplay");
+    const int current = p.plugin().getCurrentPreset();
+    type(preset, "Dusty Kit");
+    EXPECT_EQ(p.plugin().getPresetName(current), "Dusty Kit");
+    EXPECT_EQ(preset.getText(), "Dusty Kit");
+    p.press("Select next preset");
+    p.press("Select previous preset");
+    EXPECT_EQ(preset.getText(), "Dusty Kit") << "the name stays with its preset";
+}
+
+TEST(EditorPanel, PatternFilesGetTheirExtensionAndComeBackIntoTheEditedSlot)
+{
+    Panel p;
+    auto& editor = p.editor();
+    auto* sequencer = p.plugin().getQuindrelSeq();
+    const auto folder = juce::File::createTempFile("patterns");
+    ASSERT_TRUE(folder.createDirectory());
+    constexpr int single = DrumMachineEditor::singlePatternItem, bank = DrumMachineEditor::patternBankItem, native = DrumMachineSeq::nativeType;
+    const auto bassSteps = [&]
+    {
+        int n = 0;
+        for (int step = 0; step < 16; ++step)
+            n += sequencer->getStep(0, step) != 0 ? 1 : 0;
+        return n;
+    };
+    p.press("Toggle Pattern Write Mode");
+    const int steps = bassSteps();
+    ASSERT_GT(steps, 0);
+
+    ASSERT_TRUE(editor.savePatternFile(folder.getChildFile("groove"), single, native));
+    const auto saved = folder.getChildFile("groove" + sequencer->getPatternFileExtension(native));
+    EXPECT_TRUE(saved.existsAsFile());
+    EXPECT_EQ(p.plugin().getLastDirectory(), folder);
+    ASSERT_TRUE(editor.savePatternFile(folder.getChildFile("kit.xml"), bank, native));
+    EXPECT_TRUE(folder.getChildFile("kit.xml").existsAsFile()) << "an extension the user typed is kept";
+
+    p.press("Clear All Instruments");
+    ASSERT_EQ(bassSteps(), 0);
+    ASSERT_TRUE(editor.loadPatternFile(saved, single, native));
+    EXPECT_EQ(bassSteps(), steps);
+    EXPECT_EQ(p.parameter("Step 01 State").getValue() > 0.0, sequencer->getStep(p.plugin().selectedTrack, 0) != 0)
+        << "the step keys show the loaded pattern";
+    EXPECT_FALSE(editor.loadPatternFile(folder.getChildFile("kit.xml"), single, native)) << "a bank is no single pattern";
+    folder.deleteRecursively();
+}
