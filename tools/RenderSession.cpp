@@ -96,7 +96,8 @@ void deliverPendingUpdates()
 }
 
 // The first component of that name that shows inside root, or with shown
-// false, the first of any; outer levels first, as findControl looks.
+// false, the first of any, the pages of tabs not in front included; outer
+// levels first, as findControl looks.
 juce::Component* findComponent(juce::Component& root, const juce::String& name, bool shown)
 {
     for (auto* child : root.getChildren())
@@ -106,6 +107,12 @@ juce::Component* findComponent(juce::Component& root, const juce::String& name, 
         if (!shown || child->isVisible())
             if (auto* found = findComponent(*child, name, shown))
                 return found;
+
+    if (auto* tabs = dynamic_cast<juce::TabbedComponent*>(&root); tabs != nullptr && !shown)
+        for (int i = 0; i < tabs->getNumTabs(); ++i)
+            if (auto* page = tabs->getTabContentComponent(i))
+                if (auto* found = page->getName() == name ? page : findComponent(*page, name, shown))
+                    return found;
     return nullptr;
 }
 

@@ -44,7 +44,7 @@ ColumnBrowser::ListColumn::ItemComponent::ItemComponent(ListColumn& columnToUse,
     : column(columnToUse)
     , index(indexToUse)
 {
-    setName(column.getItemText(index));
+    setName(column.getItemName(index));
 }
 
 void ColumnBrowser::ListColumn::ItemComponent::paint(juce::Graphics& g)
@@ -96,8 +96,11 @@ void ColumnBrowser::ListColumn::ItemComponent::mouseDrag(const juce::MouseEvent&
 
     dragging = true;
     clickPending = false;
+    // The rows hang from the mouse by their top left corner (JUCE takes the
+    // offset negated).
+    const juce::Point<int> offset(-16, -rowHeight / 2);
     if (auto* container = juce::DragAndDropContainer::findParentDragContainerFor(this))
-        container->startDragging(description, this);
+        container->startDragging(description, this, column.makeDragImage(), false, &offset);
 }
 
 void ColumnBrowser::ListColumn::ItemComponent::mouseUp(const juce::MouseEvent& e)
@@ -183,7 +186,7 @@ void ColumnBrowser::ListColumn::List::rebuild(int count)
     for (auto* item : items)
     {
         item->setBounds(0, item->getIndex() * rowHeight, getWidth(), rowHeight);
-        item->setName(column.getItemText(item->getIndex()));
+        item->setName(column.getItemName(item->getIndex()));
         item->repaint();
     }
 }
@@ -306,6 +309,23 @@ void ColumnBrowser::ListColumn::selectOnly(int index)
         one.addRange({ index, index + 1 });
     anchor = index;
     setSelection(one);
+}
+
+juce::ScaledImage ColumnBrowser::ListColumn::makeDragImage()
+{
+    // The selected rows, a few of them, stacked under the mouse.
+    constexpr int shownRows = 4;
+    const int rows = juce::jmin(shownRows, selection.size());
+    constexpr int width = 240;
+    juce::Image image(juce::Image::ARGB, width, juce::jmax(1, rows) * rowHeight, true);
+    {
+        juce::Graphics g(image);
+        for (int i = 0; i < rows; ++i)
+            if (auto* item = list.getItem(selection[i]))
+                g.drawImageAt(item->createComponentSnapshot(item->getLocalBounds().withWidth(width)), 0, i * rowHeight);
+    }
+    image.multiplyAllAlphas(0.7f);
+    return juce::ScaledImage(image);
 }
 
 void ColumnBrowser::ListColumn::scrollToShow(int index)

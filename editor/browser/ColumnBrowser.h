@@ -137,6 +137,8 @@ public:
         bool isSelected(int index) const { return selection.contains(index); }
         // Keeps a row in view.
         void scrollToShow(int index);
+        // What the mouse carries in a drag: the selected rows.
+        juce::ScaledImage makeDragImage();
 
         // The room below the list, for buttons.
         void setFooterHeight(int height);
