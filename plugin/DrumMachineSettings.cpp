@@ -251,6 +251,10 @@ void DrumMachine::loadAudioOutputSettings(const juce::XmlElement& xml, bool user
             const int code = indexOfShortCode(child->getStringAttribute("instrument").toStdString());
             if (code >= 0)
                 source = code;
+            // Not in older states: the pulse then keeps the output it has.
+            const int output = child->getIntAttribute("output", 0);
+            if (output >= 1 && output <= getOutputCount())
+                setTriggerOutput(output);
             setTriggerOut(child->getStringAttribute("state") == "on", source);
         }
     }
@@ -269,6 +273,7 @@ std::unique_ptr<juce::XmlElement> DrumMachine::createAudioOutputSettings(bool us
         auto* trigger = xml->createNewChildElement("TriggerOut");
         trigger->setAttribute("state", onOff(core->isTriggerOutEnabled()));
         trigger->setAttribute("instrument", shortCodes[juce::jlimit(0, trackCount - 1, core->triggerOutSource)]);
+        trigger->setAttribute("output", triggerOutput.load());
     }
 
     auto* assignations = xml->createNewChildElement("OutAssignations");

@@ -14,7 +14,7 @@ const std::pair<const char*, const char*> edits[] = {
     { "<HostMode state=\"off\"/>", "<HostMode state=\"on\"/>" },
     { "<NoteOff state=\"off\"/>", "<NoteOff state=\"on\"/>" },
     { "<SD out=\"1\"/>", "<SD out=\"3\"/>" },
-    { "<TriggerOut state=\"off\" instrument=\"BD\"/>", "<TriggerOut state=\"on\" instrument=\"CP\"/>" },
+    { "<TriggerOut state=\"off\" instrument=\"BD\" output=\"12\"/>", "<TriggerOut state=\"on\" instrument=\"CP\" output=\"5\"/>" },
     { "<BD>O.......o.o.....</BD>", "<BD>O.O.O.O.O.O.O.O.</BD>" }, // the first host pattern, played by key 12
 };
 
