@@ -1,5 +1,6 @@
 #include "editor/DrumMachineEditor.h"
 
+#include "editor/FileChoosers.h"
 #include "editor/GFXAnimation.h"
 #include "editor/GFXButton.h"
 #include "editor/GFXKnob.h"
@@ -151,19 +152,10 @@ void DrumMachineEditor::openFileChooser(bool load, int item)
 
     // Asynchronous, so that the host's own loop goes on while the user
     // chooses; the mode's type is fixed at the moment the menu was used.
-    fileChooser = std::make_unique<juce::FileChooser>(title, drumMachine->getLastDirectory(), wildcards);
-    const int flags = juce::FileBrowserComponent::canSelectFiles | (load ? juce::FileBrowserComponent::openMode
-                                                                         : juce::FileBrowserComponent::saveMode | juce::FileBrowserComponent::warnAboutOverwriting);
-
-    fileChooser->launchAsync(flags, [safe = juce::Component::SafePointer<DrumMachineEditor>(this), load, item, type](const juce::FileChooser& chooser)
-                             {
-                                 const auto file = chooser.getResult();
-                                 if (safe == nullptr || file == juce::File())
-                                     return;
-                                 if (load)
-                                     safe->loadPatternFile(file, item, type);
-                                 else
-                                     safe->savePatternFile(file, item, type); });
+    FileChoosers::launch(fileChooser, *this, load ? FileChoosers::Mode::load : FileChoosers::Mode::save, title,
+                         drumMachine->getLastDirectory(), wildcards,
+                         [this, load, item, type](const juce::File& file)
+                         { load ? loadPatternFile(file, item, type) : savePatternFile(file, item, type); });
 }
 
 bool DrumMachineEditor::loadPatternFile(const juce::File& file, int item, int type)
@@ -182,8 +174,7 @@ bool DrumMachineEditor::savePatternFile(juce::File file, int item, int type)
 {
     auto* sequencer = drumMachine->getSequencer();
     const bool bank = item == patternBankItem;
-    if (file.getFileExtension().isEmpty())
-        file = file.withFileExtension(bank ? sequencer->getBankFileExtension(type) : sequencer->getPatternFileExtension(type));
+    file = withDefaultExtension(file, bank ? sequencer->getBankFileExtension(type) : sequencer->getPatternFileExtension(type));
 
     const bool saved = bank ? sequencer->saveBankFile(file, type) : sequencer->savePatternFile(file, type);
     if (saved)

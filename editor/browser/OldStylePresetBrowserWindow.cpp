@@ -1,6 +1,7 @@
 #include "editor/browser/OldStylePresetBrowserWindow.h"
 
 #include "editor/DefaultLookAndFeel.h"
+#include "editor/FileChoosers.h"
 #include "parameters/ParameterIds.h"
 #include "plugin/BasePluginOldStyle.h"
 
@@ -100,39 +101,29 @@ bool OldStylePresetBrowserWindow::saveBankFile(const juce::File& file)
 
 void OldStylePresetBrowserWindow::openChooser(FileAction action)
 {
+    using FileChoosers::Mode;
     const auto start = plugin.getLastDirectory();
-    int flags = juce::FileBrowserComponent::openMode | juce::FileBrowserComponent::canSelectFiles;
-    const bool saving = action == FileAction::savePreset || action == FileAction::saveBank;
-    if (saving)
-        flags = juce::FileBrowserComponent::saveMode | juce::FileBrowserComponent::canSelectFiles | juce::FileBrowserComponent::warnAboutOverwriting;
+    const auto open = [this, start](Mode mode, const juce::String& title, const juce::String& wildcard, bool (OldStylePresetBrowserWindow::*chosen)(const juce::File&))
+    {
+        FileChoosers::launch(chooser, *this, mode, title, start, wildcard, [this, chosen](const juce::File& file)
+                             { (this->*chosen)(file); });
+    };
 
     switch (action)
     {
         case FileAction::loadPreset:
-            chooser = std::make_unique<juce::FileChooser>("Load single preset", start, plugin.getPresetLoadWildcard());
+            open(Mode::load, "Load single preset", plugin.getPresetLoadWildcard(), &OldStylePresetBrowserWindow::loadPresetFile);
             break;
         case FileAction::savePreset:
-            chooser = std::make_unique<juce::FileChooser>("Save current settings as preset", start, "*" + plugin.getPresetExtension());
+            open(Mode::save, "Save current settings as preset", "*" + plugin.getPresetExtension(), &OldStylePresetBrowserWindow::savePresetFile);
             break;
         case FileAction::loadBank:
-            chooser = std::make_unique<juce::FileChooser>("Load preset bank", start, plugin.getBankLoadWildcard());
+            open(Mode::load, "Load preset bank", plugin.getBankLoadWildcard(), &OldStylePresetBrowserWindow::loadBankFile);
             break;
         case FileAction::saveBank:
-            chooser = std::make_unique<juce::FileChooser>("Save preset bank", start, "*" + plugin.getBankExtension());
+            open(Mode::save, "Save preset bank", "*" + plugin.getBankExtension(), &OldStylePresetBrowserWindow::saveBankFile);
             break;
     }
-
-    chooser->launchAsync(flags, [safe = juce::Component::SafePointer<OldStylePresetBrowserWindow>(this), action](const juce::FileChooser& done)
-                         {
-                             if (safe == nullptr || done.getResult() == juce::File())
-                                 return;
-                             switch (action)
-                             {
-                                 case FileAction::loadPreset: safe->loadPresetFile(done.getResult()); break;
-                                 case FileAction::savePreset: safe->savePresetFile(done.getResult()); break;
-                                 case FileAction::loadBank: safe->loadBankFile(done.getResult()); break;
-                                 case FileAction::saveBank: safe->saveBankFile(done.getResult()); break;
-                             } });
 }
 
 //==============================================================================

@@ -105,20 +105,13 @@ void DrumMachineEditor::DrumMapSettingsComponent::openChooser(bool save)
 {
     const auto start = plugin.getLastDirectory();
     if (save)
-        chooser = std::make_unique<juce::FileChooser>("Save drum map", start, "*" + plugin.getDrumMapExtension());
+        FileChoosers::launch(chooser, *this, FileChoosers::Mode::save, "Save drum map", start, "*" + plugin.getDrumMapExtension(),
+                             [this](const juce::File& file)
+                             { saveMap(file); });
     else
-        chooser = std::make_unique<juce::FileChooser>("Load drum map", start, plugin.getDrumMapWildcard());
-
-    const int flags = save ? juce::FileBrowserComponent::saveMode | juce::FileBrowserComponent::canSelectFiles | juce::FileBrowserComponent::warnAboutOverwriting
-                           : juce::FileBrowserComponent::openMode | juce::FileBrowserComponent::canSelectFiles;
-    chooser->launchAsync(flags, [safe = juce::Component::SafePointer<DrumMapSettingsComponent>(this), save](const juce::FileChooser& done)
-                         {
-                             if (safe == nullptr)
-                                 return;
-                             if (save)
-                                 safe->saveMap(done.getResult());
-                             else
-                                 safe->loadMap(done.getResult()); });
+        FileChoosers::launch(chooser, *this, FileChoosers::Mode::load, "Load drum map", start, plugin.getDrumMapWildcard(),
+                             [this](const juce::File& file)
+                             { loadMap(file); });
 }
 
 void DrumMachineEditor::DrumMapSettingsComponent::paint(juce::Graphics& g)

@@ -298,20 +298,13 @@ bool MidiControlComponent::saveMap(const juce::File& file)
 void MidiControlComponent::openChooser(bool save)
 {
     if (save)
-        chooser = std::make_unique<juce::FileChooser>("Save Midi Control file as", getStartFolder(), "*" + extension);
+        FileChoosers::launch(chooser, *this, FileChoosers::Mode::save, "Save Midi Control file as", getStartFolder(), "*" + extension,
+                             [this](const juce::File& file)
+                             { saveMap(file); });
     else
-        chooser = std::make_unique<juce::FileChooser>("Open Midi Control file", getStartFolder(), loadWildcard);
-
-    const int flags = save ? juce::FileBrowserComponent::saveMode | juce::FileBrowserComponent::canSelectFiles | juce::FileBrowserComponent::warnAboutOverwriting
-                           : juce::FileBrowserComponent::openMode | juce::FileBrowserComponent::canSelectFiles;
-    chooser->launchAsync(flags, [safe = juce::Component::SafePointer<MidiControlComponent>(this), save](const juce::FileChooser& done)
-                         {
-                             if (safe == nullptr)
-                                 return;
-                             if (save)
-                                 safe->saveMap(done.getResult());
-                             else
-                                 safe->loadMap(done.getResult()); });
+        FileChoosers::launch(chooser, *this, FileChoosers::Mode::load, "Open Midi Control file", getStartFolder(), loadWildcard,
+                             [this](const juce::File& file)
+                             { loadMap(file); });
 }
 
 //==============================================================================

@@ -289,13 +289,9 @@ void PathComponent::browse()
 {
     const juce::File current(juce::File::isAbsolutePath(path) ? path : juce::String());
     const auto start = current.existsAsFile() ? current : juce::File::getSpecialLocation(juce::File::userHomeDirectory);
-    chooser = std::make_unique<juce::FileChooser>("Browse", start, wildcard);
-    chooser->launchAsync(juce::FileBrowserComponent::openMode | juce::FileBrowserComponent::canSelectFiles,
-                         [safe = juce::Component::SafePointer<PathComponent>(this)](const juce::FileChooser& done)
-                         {
-                             if (safe != nullptr)
-                                 safe->choose(done.getResult());
-                         });
+    FileChoosers::launch(chooser, *this, FileChoosers::Mode::load, "Browse", start, wildcard,
+                         [this](const juce::File& file)
+                         { choose(file); });
 }
 
 void PathComponent::choose(const juce::File& file)
@@ -424,10 +420,4 @@ void DefaultResourceCheckBox::resized()
     checkBox.setBounds(area.removeFromTop(rowHeight));
     area.removeFromTop(gap);
     pathComponent.setBounds(area.removeFromTop(rowHeight).withTrimmedLeft(indent));
-}
-
-//==============================================================================
-juce::File withDefaultExtension(const juce::File& file, const juce::String& extension)
-{
-    return file.getFileExtension().isEmpty() ? file.withFileExtension(extension) : file;
 }

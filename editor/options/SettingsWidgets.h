@@ -1,5 +1,6 @@
 #pragma once
 
+#include "editor/FileChoosers.h"
 #include "editor/GFXButton.h"
 
 #include <juce_gui_basics/juce_gui_basics.h>
@@ -277,9 +278,6 @@ public:
     virtual ~OptionsPage() = default;
     virtual void refresh() = 0;
 };
-
-// Saving: a name without an extension gets the file type's extension.
-juce::File withDefaultExtension(const juce::File& file, const juce::String& extension);
 
 // What a page's files are: the wildcard of its choosers and the extension
 // that a saved file gets when its name has none.
