@@ -200,6 +200,12 @@ Quindrel& RenderSession::preparePlugin()
     paths.settingsFile = options.settings;
     paths.writeSettings = false;
     plugin = Quindrel::createInstance(paths, options.outputType);
+    // Prepared before anything is loaded, as a host whose audio already runs
+    // when a song opens: a rate change puts the hi-hat filters back to their
+    // fixed frequencies, so a state or preset given before it would not sound
+    // as it was saved.
+    plugin->setRateAndBufferSizeDetails(options.sampleRate, options.blockSize);
+    plugin->prepareToPlay(options.sampleRate, options.blockSize);
     loadState();
     loadPresetFiles();
     return *plugin;
@@ -333,8 +339,6 @@ RenderSession::Result RenderSession::run()
         plugin->setPlayHead(&playHead);
 
     plugin->setNonRealtime(true);
-    plugin->setRateAndBufferSizeDetails(options.sampleRate, options.blockSize);
-    plugin->prepareToPlay(options.sampleRate, options.blockSize);
 
     const auto totalSamples = toSample(lengthSeconds, options.sampleRate);
     const int channels = plugin->getTotalNumOutputChannels();
