@@ -5,6 +5,7 @@ file(GLOB_RECURSE QUINDREL_RESOURCE_FILES CONFIGURE_DEPENDS
     "${CMAKE_SOURCE_DIR}/resources/*.xml"
     "${CMAKE_SOURCE_DIR}/resources/*.png"
     "${CMAKE_SOURCE_DIR}/resources/*.ttf"
+    "${CMAKE_SOURCE_DIR}/resources/fonts/LICENSE-*.txt"
     "${CMAKE_SOURCE_DIR}/resources/*.qddrmap"
     "${CMAKE_SOURCE_DIR}/resources/*.qdprs"
     "${CMAKE_SOURCE_DIR}/resources/*.qdprsb"

@@ -8,12 +8,14 @@
 #include "editor/GFXToggleButton.h"
 #include "editor/ResourceLoader.h"
 #include "editor/SkinControls.h"
+#include "editor/options/MidiControlComponent.h"
 #include "parameters/ParameterTypes.h"
 #include "plugin/BasePlugin.h"
 
 namespace
 {
 constexpr int tooltipDelayMs = 700;
+constexpr int statusPriorityHint = 4;
 constexpr int statusPriorityMidi = 5;
 constexpr int statusPriorityMouse = 6;
 constexpr int statusPriorityLearn = 7;
@@ -27,10 +29,14 @@ juce::StringPairArray describe(const BasePlugin& plugin)
     facts.set("Version", plugin.getVersion() + (plugin.getEdition().isNotEmpty() ? " " + plugin.getEdition() : juce::String()));
     facts.set("Code name", plugin.getCodeName());
     facts.set("Build", plugin.getBuildNumber() + ", " + plugin.getBuildDate());
-    facts.set("Format", plugin.getFormatName() + ", " + plugin.getArchitecture());
+    facts.set("Formats", "VST3, LV2 and standalone application, for Linux");
+    // A program that hosts it itself, as the renderer does, is no format.
+    if (plugin.wrapperType != juce::AudioProcessor::wrapperType_Undefined)
+        facts.set("Running as", plugin.getFormatName() + ", " + plugin.getArchitecture());
     facts.set("Home page", plugin.getHomePage());
     facts.set("Copyright", "(c) " + plugin.getYear() + " Quindrel Audio");
-    facts.set("Location", plugin.getPluginPath());
+    if (plugin.getPluginPath().isNotEmpty())
+        facts.set("Location", plugin.getPluginPath());
     return facts;
 }
 } // namespace
@@ -57,6 +63,10 @@ BasePluginEditor::BasePluginEditor(BasePlugin* pluginToUse)
     optionsWindow = std::make_unique<OptionsWindow>();
     addChildComponent(*optionsWindow);
     optionsWindow->getTabs().addListener(this);
+
+    midiControlComponent = std::make_unique<MidiControlComponent>(*plugin);
+    midiControlComponent->getDefaultMapBox().addListener(this);
+    optionsWindow->addPage("Midi Control", midiControlComponent.get(), false);
 
     plugin->getMidiControl().addListener(this);
     plugin->getParameterManager().addAsyncListenerToAll(this);
@@ -86,6 +96,7 @@ BasePluginEditor::~BasePluginEditor()
 
     aboutWindow.reset();
     optionsWindow.reset();
+    midiControlComponent.reset();
 
     {
         const juce::ScopedLock sl(controlsLock);
@@ -470,6 +481,16 @@ void BasePluginEditor::performEvent(int eventUid, bool withCtrl)
         controllerEvent(*controller, eventUid);
     else if (!handleEditorEvent(nullptr, eventUid))
         plugin->handleEvent(eventUid);
+}
+
+void BasePluginEditor::showDefaultResourceHint(const juce::String& settingsName)
+{
+    statusBar->setMessage(settingsName + " settings will be affected when plugin is loaded.", statusPriorityHint);
+}
+
+void BasePluginEditor::defaultResourceChanged(DefaultResourceCheckBox& box)
+{
+    showDefaultResourceHint(box.getHintName());
 }
 
 void BasePluginEditor::tabChanged(TabbedComponentEx& tabs)

@@ -1,15 +1,19 @@
 #pragma once
 
+#include "editor/AboutWindow.h"
 #include "editor/DefaultLookAndFeel.h"
 #include "editor/GUIController.h"
 #include "editor/PseudoModalComponent.h"
 #include "editor/StatusBar.h"
+#include "editor/options/OptionsWindow.h"
+#include "editor/options/SettingsWidgets.h"
 #include "parameters/MidiControl.h"
 
 class BasePlugin;
 class GFXAnimation;
 class GFXMultiStateButton;
 class GFXPanel;
+class MidiControlComponent;
 
 // The front panel, built from data: one XML skin whose elements each become
 // a bitmap control at a fixed place, bound by name to a parameter and to
@@ -21,6 +25,7 @@ class BasePluginEditor : public juce::Component,
                          public Parameter::Listener,
                          public GUIController::Listener,
                          public MidiControl::Listener,
+                         public DefaultResourceCheckBox::Listener,
                          public TabbedComponentEx::Listener,
                          public PseudoModalComponent::Desktop,
                          public juce::Timer
@@ -75,6 +80,7 @@ public:
     StatusBar* getStatusBar() const { return statusBar.get(); }
     OptionsWindow* getOptionsWindow() const { return optionsWindow.get(); }
     AboutWindow* getAboutWindow() const { return aboutWindow.get(); }
+    MidiControlComponent* getMidiControlComponent() const { return midiControlComponent.get(); }
     GFXMultiStateButton* getMidiLearnButton() const { return midiLearnButton; }
     GFXAnimation* getMidiActivityLed() const { return midiActivityLed; }
     DefaultLookAndFeel& getDefaultLookAndFeel() { return lookAndFeel; }
@@ -99,6 +105,10 @@ public:
     // GUIController::Listener
     void controllerValueChanged(GUIController& controller) override;
     void controllerEvent(GUIController& controller, int eventUid) override;
+
+    // A default that works only at the next load says so on the status bar.
+    void showDefaultResourceHint(const juce::String& settingsName);
+    void defaultResourceChanged(DefaultResourceCheckBox& box) override;
 
     // TabbedComponentEx::Listener: a hint does not outlive its page.
     void tabChanged(TabbedComponentEx& tabs) override;
@@ -126,6 +136,7 @@ private:
     juce::Array<GUIController*> controls;
     juce::OwnedArray<juce::Component> components;
     std::unique_ptr<OptionsWindow> optionsWindow;
+    std::unique_ptr<MidiControlComponent> midiControlComponent;
     std::unique_ptr<AboutWindow> aboutWindow;
     bool skinLoaded = false;
     GFXAnimation* midiActivityLed = nullptr;

@@ -1,5 +1,7 @@
 #include "editor/BasePluginEditorOldStyle.h"
 
+#include "editor/browser/OldStylePresetBrowserWindow.h"
+#include "editor/options/PresetsSettingsComponent.h"
 #include "plugin/BasePluginOldStyle.h"
 
 BasePluginEditorOldStyle::BasePluginEditorOldStyle(BasePluginOldStyle* pluginToUse)
@@ -9,10 +11,15 @@ BasePluginEditorOldStyle::BasePluginEditorOldStyle(BasePluginOldStyle* pluginToU
     presetNameDisplay = dynamic_cast<GFXDisplay*>(findControl("PresetNameDisplay"));
     if (presetNameDisplay != nullptr)
         presetNameDisplay->addDisplayListener(this);
+
+    getOptionsWindow()->addPage("Presets", new PresetsSettingsComponent(*this, *pluginToUse), true);
+    presetBrowser = std::make_unique<OldStylePresetBrowserWindow>(*pluginToUse);
+    addChildComponent(*presetBrowser);
 }
 
 BasePluginEditorOldStyle::~BasePluginEditorOldStyle()
 {
+    presetBrowser.reset();
     if (presetNameDisplay != nullptr)
         presetNameDisplay->removeDisplayListener(this);
 }
@@ -24,4 +31,14 @@ void BasePluginEditorOldStyle::displayTextChanged(GFXDisplay& display)
 
     // The display then shows the name back as the bank has stored it.
     oldStylePlugin->renamePreset(oldStylePlugin->getCurrentPreset(), display.getText());
+}
+
+bool BasePluginEditorOldStyle::handleEditorEvent(GUIController* controller, int eventUid)
+{
+    if (eventUid == browsePresetsEvent)
+    {
+        presetBrowser->showCentred();
+        return true;
+    }
+    return BasePluginEditor::handleEditorEvent(controller, eventUid);
 }

@@ -1,11 +1,13 @@
 #include "editor/DrumMachineEditor.h"
 
+#include "editor/FileChoosers.h"
 #include "editor/GFXAnimation.h"
 #include "editor/GFXButton.h"
 #include "editor/GFXKnob.h"
 #include "editor/GFXMultiStateButton.h"
 #include "editor/NumericDisplay.h"
 #include "editor/PatternNumberDisplay.h"
+#include "editor/options/DrumMachineSettingsPages.h"
 #include "plugin/DrumMachine.h"
 
 namespace
@@ -60,6 +62,13 @@ DrumMachineEditor::DrumMachineEditor(DrumMachine* pluginToUse)
 
     drumMachine->hostClock.addListener(this);
     drumMachine->nativeClock.addListener(this);
+
+    auto* options = getOptionsWindow();
+    options->addPage("Outputs", new OutputsSettingsComponent(*this, *pluginToUse), true);
+    options->addPage("Sequencer", new SequencerSettingsComponent(*pluginToUse), true);
+    options->addPage("Patterns", new PatternsSettingsComponent(*this, *pluginToUse), true);
+    options->addPage("Drum map", new DrumMapSettingsComponent(*this, *pluginToUse), true);
+    options->getTabs().setCurrentTabIndex(0);
 }
 
 DrumMachineEditor::~DrumMachineEditor()
@@ -143,19 +152,10 @@ void DrumMachineEditor::openFileChooser(bool load, int item)
 
     // Asynchronous, so that the host's own loop goes on while the user
     // chooses; the mode's type is fixed at the moment the menu was used.
-    fileChooser = std::make_unique<juce::FileChooser>(title, drumMachine->getLastDirectory(), wildcards);
-    const int flags = juce::FileBrowserComponent::canSelectFiles | (load ? juce::FileBrowserComponent::openMode
-                                                                         : juce::FileBrowserComponent::saveMode | juce::FileBrowserComponent::warnAboutOverwriting);
-
-    fileChooser->launchAsync(flags, [safe = juce::Component::SafePointer<DrumMachineEditor>(this), load, item, type](const juce::FileChooser& chooser)
-                             {
-                                 const auto file = chooser.getResult();
-                                 if (safe == nullptr || file == juce::File())
-                                     return;
-                                 if (load)
-                                     safe->loadPatternFile(file, item, type);
-                                 else
-                                     safe->savePatternFile(file, item, type); });
+    FileChoosers::launch(fileChooser, *this, load ? FileChoosers::Mode::load : FileChoosers::Mode::save, title,
+                         drumMachine->getLastDirectory(), wildcards,
+                         [this, load, item, type](const juce::File& file)
+                         { load ? loadPatternFile(file, item, type) : savePatternFile(file, item, type); });
 }
 
 bool DrumMachineEditor::loadPatternFile(const juce::File& file, int item, int type)
@@ -174,8 +174,7 @@ bool DrumMachineEditor::savePatternFile(juce::File file, int item, int type)
 {
     auto* sequencer = drumMachine->getSequencer();
     const bool bank = item == patternBankItem;
-    if (file.getFileExtension().isEmpty())
-        file = file.withFileExtension(bank ? sequencer->getBankFileExtension(type) : sequencer->getPatternFileExtension(type));
+    file = withDefaultExtension(file, bank ? sequencer->getBankFileExtension(type) : sequencer->getPatternFileExtension(type));
 
     const bool saved = bank ? sequencer->saveBankFile(file, type) : sequencer->savePatternFile(file, type);
     if (saved)

@@ -26,6 +26,12 @@ public:
     static constexpr int singlePatternItem = 0, patternBankItem = 1;
     static constexpr int stepCount = 16;
 
+    // The options pages this editor adds after "Presets".
+    class OutputsSettingsComponent;
+    class SequencerSettingsComponent;
+    class PatternsSettingsComponent;
+    class DrumMapSettingsComponent;
+
     explicit DrumMachineEditor(DrumMachine* plugin);
     ~DrumMachineEditor() override;
 

@@ -171,10 +171,12 @@ void GFXButton::paintSubstitute(juce::Graphics& g, bool down)
 }
 
 //==============================================================================
-TextButtonEx::TextButtonEx(const juce::String& text)
+TextButtonEx::TextButtonEx(const juce::String& text, const juce::String& tooltip)
     : GFXButton(text)
 {
     setButtonText(text);
+    clickTooltip = ctrlClickTooltip = tooltip;
+    updateTooltip(juce::ModifierKeys());
 }
 
 void TextButtonEx::paintSubstitute(juce::Graphics& g, bool down)

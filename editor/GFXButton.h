@@ -77,7 +77,8 @@ private:
 class TextButtonEx : public GFXButton
 {
 public:
-    explicit TextButtonEx(const juce::String& text = {});
+    // A tooltip, if given, is shown whatever the modifier keys.
+    explicit TextButtonEx(const juce::String& text = {}, const juce::String& tooltip = {});
 
 protected:
     void paintSubstitute(juce::Graphics& g, bool down) override;

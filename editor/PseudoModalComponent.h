@@ -111,31 +111,3 @@ public:
 private:
     juce::ListenerList<Listener> listeners;
 };
-
-// The settings window: a tabbed page fills it. Its pages come later from the
-// editor classes that own the settings. Message thread.
-class OptionsWindow : public WindowComponent
-{
-public:
-    OptionsWindow();
-
-    TabbedComponentEx& getTabs() { return tabs; }
-    void resized() override;
-
-private:
-    TabbedComponentEx tabs;
-};
-
-// What the program is, and which build: the about box. Message thread.
-class AboutWindow : public WindowComponent
-{
-public:
-    // Each line a label and its value.
-    explicit AboutWindow(const juce::StringPairArray& facts = {});
-
-    void setFacts(const juce::StringPairArray& newFacts);
-    void paint(juce::Graphics& g) override;
-
-private:
-    juce::StringPairArray facts;
-};

@@ -86,6 +86,14 @@ public:
     int getTriggerOutput() const { return triggerOutput; }
     void setTriggerOutput(int output);
     void setTriggerOut(bool enabled, int source);
+    // The defaults of the user settings: the type takes effect at the next
+    // load, the numbers when a new instance starts.
+    int getStoredOutputType() const { return storedOutputType; }
+    void setStoredOutputType(int type) { storedOutputType = type == monoOutputs ? monoOutputs : stereoOutputs; }
+    int getStoredInstrumentOutput(int instrument) const;
+    void setStoredInstrumentOutput(int instrument, int output);
+    // The numbers in use become the defaults.
+    void storeCurrentOutputs();
     void loadAudioOutputSettings(const juce::XmlElement& xml, bool userSettings);
     std::unique_ptr<juce::XmlElement> createAudioOutputSettings(bool userSettings) const;
 
@@ -103,6 +111,12 @@ public:
     juce::String getMidiKeyName(int key) const;
     int getKeyInstrument(int key) const;
     const juce::String& getDrumMapName() const { return drumMapName; }
+    // Loads a map file as the current map; a file that holds no map changes nothing.
+    bool loadDrumMapFile(const juce::File& file);
+    // The map a new instance starts with: 0 the factory map, 1 a user's file.
+    int getDrumMapSource() const { return drumMapSource; }
+    const juce::String& getDrumMapFile() const { return drumMapFile; }
+    void setDrumMapSource(int source, const juce::String& file);
 
     DrumMachineCore* getCore() const { return core.get(); }
     DrumMachineSeq* getSequencer() const { return sequencer.get(); }

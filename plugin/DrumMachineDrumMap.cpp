@@ -65,15 +65,28 @@ void DrumMachine::loadDrumMapFromResource(const juce::String& text)
 
 void DrumMachine::loadDrumMapFromFile()
 {
-    const juce::File file(drumMapFile);
-    if (!juce::File::isAbsolutePath(drumMapFile) || !file.existsAsFile())
-        return;
+    if (juce::File::isAbsolutePath(drumMapFile))
+        loadDrumMapFile(juce::File(drumMapFile));
+}
 
-    if (auto xml = XmlFiles::parse(file))
-    {
-        loadDrumMap(*xml);
-        updateHostDisplay();
-    }
+bool DrumMachine::loadDrumMapFile(const juce::File& file)
+{
+    if (!file.existsAsFile())
+        return false;
+
+    const auto xml = XmlFiles::parse(file);
+    if (xml == nullptr || !isDrumMapXml(*xml))
+        return false;
+
+    loadDrumMap(*xml);
+    updateHostDisplay();
+    return true;
+}
+
+void DrumMachine::setDrumMapSource(int source, const juce::String& file)
+{
+    drumMapSource = source == 1 ? 1 : 0;
+    drumMapFile = juce::File::isAbsolutePath(file) ? juce::File(file).getFullPathName() : file;
 }
 
 std::unique_ptr<juce::XmlElement> DrumMachine::createDrumMapXml() const

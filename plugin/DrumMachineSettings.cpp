@@ -187,6 +187,23 @@ void DrumMachine::setInstrumentOutput(int instrument, int output)
     parameterManager.setInt(ParameterIds::outputNumber + instrument, output);
 }
 
+int DrumMachine::getStoredInstrumentOutput(int instrument) const
+{
+    return juce::isPositiveAndBelow(instrument, instrumentCount) ? storedInstrumentOutput[(size_t) instrument] : 0;
+}
+
+void DrumMachine::setStoredInstrumentOutput(int instrument, int output)
+{
+    if (juce::isPositiveAndBelow(instrument, instrumentCount) && output >= 1 && output <= getOutputCount())
+        storedInstrumentOutput[(size_t) instrument] = output;
+}
+
+void DrumMachine::storeCurrentOutputs()
+{
+    for (int i = 0; i < instrumentCount; ++i)
+        storedInstrumentOutput[(size_t) i] = instrumentOutput[(size_t) i];
+}
+
 void DrumMachine::setTriggerOutput(int output)
 {
     triggerOutput = output;
@@ -234,6 +251,10 @@ void DrumMachine::loadAudioOutputSettings(const juce::XmlElement& xml, bool user
             const int code = indexOfShortCode(child->getStringAttribute("instrument").toStdString());
             if (code >= 0)
                 source = code;
+            // Not in older states: the pulse then keeps the output it has.
+            const int output = child->getIntAttribute("output", 0);
+            if (output >= 1 && output <= getOutputCount())
+                setTriggerOutput(output);
             setTriggerOut(child->getStringAttribute("state") == "on", source);
         }
     }
@@ -252,6 +273,7 @@ std::unique_ptr<juce::XmlElement> DrumMachine::createAudioOutputSettings(bool us
         auto* trigger = xml->createNewChildElement("TriggerOut");
         trigger->setAttribute("state", onOff(core->isTriggerOutEnabled()));
         trigger->setAttribute("instrument", shortCodes[juce::jlimit(0, trackCount - 1, core->triggerOutSource)]);
+        trigger->setAttribute("output", triggerOutput.load());
     }
 
     auto* assignations = xml->createNewChildElement("OutAssignations");

@@ -33,8 +33,10 @@ Plays Quindrel as a host would, with no window, and writes what it gives back.
   --settings FILE          read the user settings from FILE (never written);
                            by default the built-in defaults
   --script FILE            timed user actions, one a line, fields separated by
-                           tabs: "SECONDS event EVENT NAME" or "SECONDS param
-                           PARAMETER NAME NORMALISED VALUE", each applied at the
+                           tabs: "SECONDS event EVENT NAME", "SECONDS param
+                           PARAMETER NAME NORMALISED VALUE" or, with the panel
+                           open, "SECONDS click COMPONENT NAME" (a window's
+                           button, tab or list row), each applied at the
                            start of the block that holds its time ('#' starts
                            a comment); the length covers the last line
   --random-seed N          seed the randomizer with N (1-4294967295) instead of

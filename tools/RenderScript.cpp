@@ -46,13 +46,15 @@ RenderScript RenderScript::parse(const juce::String& text, const juce::String& s
         juce::StringArray fields;
         fields.addTokens(row, "\t", {});
         if (fields.size() < 3)
-            fail("expected SECONDS<TAB>event<TAB>NAME or SECONDS<TAB>param<TAB>NAME<TAB>VALUE");
+            fail("expected SECONDS<TAB>event<TAB>NAME, SECONDS<TAB>param<TAB>NAME<TAB>VALUE or SECONDS<TAB>click<TAB>NAME");
         if (!readNumber(fields[0], line.seconds) || line.seconds < 0.0)
             fail("the time is not a number of seconds from 0: \"" + fields[0] + "\"");
 
         line.name = fields[2].trim();
         if (fields[1] == "event" && fields.size() == 3)
             line.isEvent = true;
+        else if (fields[1] == "click" && fields.size() == 3)
+            line.isClick = true;
         else if (fields[1] == "param" && fields.size() == 4)
         {
             double value = 0.0;
@@ -62,7 +64,7 @@ RenderScript RenderScript::parse(const juce::String& text, const juce::String& s
             line.value = (float) value;
         }
         else
-            fail("expected SECONDS<TAB>event<TAB>NAME or SECONDS<TAB>param<TAB>NAME<TAB>VALUE");
+            fail("expected SECONDS<TAB>event<TAB>NAME, SECONDS<TAB>param<TAB>NAME<TAB>VALUE or SECONDS<TAB>click<TAB>NAME");
 
         script.lines.push_back(line);
     }
@@ -78,6 +80,8 @@ void RenderScript::resolve(BasePlugin& plugin)
 {
     for (auto& line : lines)
     {
+        if (line.isClick)
+            continue;
         if (line.isEvent)
         {
             line.id = plugin.getEvents().getUid(line.name);
@@ -91,6 +95,19 @@ void RenderScript::resolve(BasePlugin& plugin)
                 throw BadInput((where(line) + "no parameter is named \"" + line.name + "\"").toStdString());
             line.id = parameter->getId();
         }
+    }
+}
+
+void RenderScript::resolveClicks(const std::function<bool(const juce::String&)>* hasComponent) const
+{
+    for (const auto& line : lines)
+    {
+        if (!line.isClick)
+            continue;
+        if (hasComponent == nullptr)
+            throw BadInput((where(line) + "a click needs the panel: add --snapshot").toStdString());
+        if (!(*hasComponent)(line.name))
+            throw BadInput((where(line) + "the panel has nothing named \"" + line.name + "\"").toStdString());
     }
 }
 
@@ -142,7 +159,12 @@ bool ScriptPlayer::applyUntil(juce::int64 blockEnd)
 
 void ScriptPlayer::apply(const RenderScript::Line& line)
 {
-    if (line.isEvent)
+    if (line.isClick)
+    {
+        if (click != nullptr)
+            click(line.name);
+    }
+    else if (line.isEvent)
         fireEvent(line.id);
     else
         plugin.getParameterManager().setNormalised(line.id, line.value); // as a panel control sets it

@@ -14,7 +14,10 @@ class BasePlugin;
 //
 //     SECONDS  event  EVENT NAME
 //     SECONDS  param  PARAMETER NAME  NORMALISED VALUE
+//     SECONDS  click  COMPONENT NAME
 //
+// A click needs the panel open: it goes to the first shown component of that
+// name, a window's button, a tab or a row of a list.
 // Blank lines and lines that begin with '#' are passed over. Reading checks
 // the form of each line; resolving checks the names against the plug-in's
 // own tables, so that every mistake is found before anything renders.
@@ -26,6 +29,7 @@ public:
         int number = 0; // in the file, from 1
         double seconds = 0.0;
         bool isEvent = true;
+        bool isClick = false; // a click on the panel, by component name
         juce::String name;
         float value = 0.0f; // a parameter's normalised value
         int id = -1;        // the event's uid or the parameter's id, once resolved
@@ -37,6 +41,10 @@ public:
 
     // Throws BadInput for a name the plug-in does not have.
     void resolve(BasePlugin& plugin);
+
+    // Throws BadInput for a click when there is no panel, or for the name of
+    // a component that the panel does not have.
+    void resolveClicks(const std::function<bool(const juce::String&)>* hasComponent) const;
 
     // Throws BadInput for the first line that falls after `seconds`.
     void checkFitsIn(double seconds) const;
@@ -63,6 +71,8 @@ public:
     // a render with an editor sets this so that the event acts as a click on
     // a control bound to it would, the editor's own events first.
     std::function<void(int uid)> fireEvent;
+    // How a click line reaches the panel.
+    std::function<void(const juce::String& name)> click;
 
     // Applies every line not yet applied whose time falls before the sample
     // `blockEnd`. True if any was.

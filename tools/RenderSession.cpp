@@ -1,6 +1,7 @@
 #include "RenderSession.h"
 
 #include "editor/BasePluginEditor.h"
+#include "editor/GFXButton.h"
 #include "editor/GFXMultiStateButton.h"
 #include "editor/PluginEditorWindow.h"
 #include "editor/ResourceLoader.h"
@@ -93,6 +94,54 @@ void deliverPendingUpdates()
     while (!*delivered)
         juce::MessageManager::getInstance()->runDispatchLoopUntil(1);
 }
+
+// The first component of that name that shows inside root, or with shown
+// false, the first of any, the pages of tabs not in front included; outer
+// levels first, as findControl looks.
+juce::Component* findComponent(juce::Component& root, const juce::String& name, bool shown)
+{
+    for (auto* child : root.getChildren())
+        if (child->getName() == name && (!shown || child->isVisible()))
+            return child;
+    for (auto* child : root.getChildren())
+        if (!shown || child->isVisible())
+            if (auto* found = findComponent(*child, name, shown))
+                return found;
+
+    if (auto* tabs = dynamic_cast<juce::TabbedComponent*>(&root); tabs != nullptr && !shown)
+        for (int i = 0; i < tabs->getNumTabs(); ++i)
+            if (auto* page = tabs->getTabContentComponent(i))
+                if (auto* found = page->getName() == name ? page : findComponent(*page, name, shown))
+                    return found;
+    return nullptr;
+}
+
+// A click as the user's hand gives it: a button's own click, or a press and
+// release in the middle of anything else.
+void clickComponent(juce::Component& component)
+{
+    if (auto* button = dynamic_cast<GFXButton*>(&component))
+    {
+        if (button->isEnabled())
+            button->click({});
+        return;
+    }
+    if (auto* button = dynamic_cast<juce::Button*>(&component))
+    {
+        button->triggerClick();
+        return;
+    }
+
+    const auto centre = component.getLocalBounds().getCentre().toFloat();
+    const auto now = juce::Time::getCurrentTime();
+    const auto press = [&](juce::ModifierKeys mods)
+    {
+        return juce::MouseEvent(juce::Desktop::getInstance().getMainMouseSource(), centre, mods, 1.0f, 0.0f, 0.0f, 0.0f, 0.0f,
+                                &component, &component, now, centre, now, 1, false);
+    };
+    component.mouseDown(press(juce::ModifierKeys(juce::ModifierKeys::leftButtonModifier)));
+    component.mouseUp(press(juce::ModifierKeys()));
+}
 } // namespace
 
 RenderSession::RenderSession(const RenderOptions& optionsToUse)
@@ -151,6 +200,12 @@ Quindrel& RenderSession::preparePlugin()
     paths.settingsFile = options.settings;
     paths.writeSettings = false;
     plugin = Quindrel::createInstance(paths, options.outputType);
+    // Prepared before anything is loaded, as a host whose audio already runs
+    // when a song opens: a rate change puts the hi-hat filters back to their
+    // fixed frequencies, so a state or preset given before it would not sound
+    // as it was saved.
+    plugin->setRateAndBufferSizeDetails(options.sampleRate, options.blockSize);
+    plugin->prepareToPlay(options.sampleRate, options.blockSize);
     loadState();
     loadPresetFiles();
     return *plugin;
@@ -266,13 +321,24 @@ RenderSession::Result RenderSession::run()
         editor.reset(plugin->createEditorIfNeeded());
     }
 
+    // Every component a click names exists from the start: windows and their
+    // pages are built with the panel.
+    if (auto* window = dynamic_cast<PluginEditorWindow*>(editor.get()))
+    {
+        const std::function<bool(const juce::String&)> hasComponent = [&panel = window->getEditor()](const juce::String& name)
+        { return findComponent(panel, name, false) != nullptr; };
+        script.resolveClicks(&hasComponent);
+    }
+    else
+    {
+        script.resolveClicks(nullptr);
+    }
+
     RenderPlayHead playHead(options.tempo, options.sampleRate);
     if (options.transport)
         plugin->setPlayHead(&playHead);
 
     plugin->setNonRealtime(true);
-    plugin->setRateAndBufferSizeDetails(options.sampleRate, options.blockSize);
-    plugin->prepareToPlay(options.sampleRate, options.blockSize);
 
     const auto totalSamples = toSample(lengthSeconds, options.sampleRate);
     const int channels = plugin->getTotalNumOutputChannels();
@@ -287,8 +353,15 @@ RenderSession::Result RenderSession::run()
     // click on a control bound to them: the panel's own events first.
     ScriptPlayer player(script, *plugin, options.sampleRate);
     if (auto* window = dynamic_cast<PluginEditorWindow*>(editor.get()))
+    {
         player.fireEvent = [&panel = window->getEditor()](int uid)
         { panel.performEvent(uid); };
+        player.click = [&panel = window->getEditor()](const juce::String& name)
+        {
+            if (auto* component = findComponent(panel, name, true))
+                clickComponent(*component);
+        };
+    }
 
     const auto started = juce::Time::getMillisecondCounterHiRes();
 

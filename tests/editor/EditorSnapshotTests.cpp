@@ -74,3 +74,32 @@ TEST(EditorSnapshot, PaintsTheSkinFromAFolderWithTheValuesAtTheEnd)
     EXPECT_TRUE(bad.output.contains("not PluginEditor")) << bad.output;
     EXPECT_FALSE(skin.getFolder().getChildFile("bad.png").exists());
 }
+
+TEST(EditorSnapshot, AScriptsClicksWorkTheWindowsByTheirNames)
+{
+    const auto folder = juce::File::createTempFile("render-clicks");
+    folder.createDirectory();
+    const auto map = folder.getChildFile("map.qdccmap");
+    map.replaceWithText(R"(<MidiControlMap name="Quindrel"><assign CC="7" param="Main Volume"/></MidiControlMap>)");
+    const auto script = folder.getChildFile("clear.tsv");
+    script.replaceWithText("0\tevent\tOptions\n0.1\tclick\tClear All\n0.2\tclick\tYes\n");
+    const auto state = folder.getChildFile("state.xml");
+    const auto picture = folder.getChildFile("panel.png");
+
+    const auto run = render({ "--seconds", "0.5", "--ccmap", map.getFullPathName(), "--script", script.getFullPathName(),
+                              "--snapshot", picture.getFullPathName(), "--save-state", state.getFullPathName() });
+    ASSERT_EQ(run.exitCode, 0) << run.output;
+    const auto saved = juce::parseXML(state);
+    ASSERT_NE(saved, nullptr);
+    ASSERT_NE(saved->getChildByName("MidiCCMap"), nullptr);
+    EXPECT_EQ(saved->getChildByName("MidiCCMap")->getNumChildElements(), 0) << "the alert's Yes cleared the map";
+
+    // A name the panel lacks, or a click with no panel: one line, nothing written.
+    script.replaceWithText("0\tevent\tOptions\n0.1\tclick\tClear Everything\n");
+    const auto unknown = render({ "--script", script.getFullPathName(), "--snapshot", folder.getChildFile("bad.png").getFullPathName() });
+    EXPECT_EQ(unknown.exitCode, 2);
+    EXPECT_TRUE(unknown.output.contains("line 2")) << unknown.output;
+    EXPECT_EQ(render({ "--script", script.getFullPathName(), "-o", folder.getChildFile("bad.wav").getFullPathName() }).exitCode, 2);
+    EXPECT_FALSE(folder.getChildFile("bad.png").exists() || folder.getChildFile("bad.wav").exists());
+    folder.deleteRecursively();
+}

@@ -63,15 +63,19 @@ TEST(EditorWindows, AWindowCoversThePanelWhichGoesOnMovingBehindIt)
     EXPECT_NE(options.getPosition(), juce::Point<int>(5, 5));
 
     // A tab change clears a hint left by the page before.
-    options.getTabs().addTab("One", juce::Colours::grey, new juce::Component(), true);
-    options.getTabs().addTab("Two", juce::Colours::grey, new juce::Component(), true);
-    editor.getStatusBar()->setMessage("a page's hint", 4);
+    editor.showDefaultResourceHint("Default Presets");
+    ASSERT_FALSE(editor.getStatusBar()->getMessage().isEmpty());
     options.getTabs().setCurrentTabIndex(1);
     EXPECT_TRUE(editor.getStatusBar()->getMessage().isEmpty());
 
+    // The about box credits what the program is built with, licences included.
     editor.performEvent(BasePluginEditor::aboutEvent);
-    EXPECT_TRUE(editor.getAboutWindow()->isShown());
-    EXPECT_EQ(editor.getAboutWindow()->getWidth(), 640);
+    auto& about = *editor.getAboutWindow();
+    EXPECT_TRUE(about.isShown());
+    EXPECT_EQ(about.getWidth(), 640);
+    EXPECT_EQ(about.getFacts()["Version"], "1.5.1");
+    EXPECT_TRUE(about.getCredits().contains("JUCE 7") && about.getCredits().contains("GNU General Public License, version 3"));
+    EXPECT_TRUE(about.getCredits().contains("Permission is hereby granted")) << "the fonts' licence in full";
 
     // On a panel lower than the window, the window fits in it, title bar and all.
     options.close();

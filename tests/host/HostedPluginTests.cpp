@@ -176,7 +176,7 @@ void checkStateComesBack(const Format& f)
         { "<HostMode state=\"off\"/>", "<HostMode state=\"on\"/>" },
         { "<NoteOff state=\"off\"/>", "<NoteOff state=\"on\"/>" },
         { "<SD out=\"1\"/>", "<SD out=\"3\"/>" },
-        { "<TriggerOut state=\"off\" instrument=\"BD\"/>", "<TriggerOut state=\"on\" instrument=\"CP\"/>" },
+        { "<TriggerOut state=\"off\" instrument=\"BD\" output=\"12\"/>", "<TriggerOut state=\"on\" instrument=\"CP\" output=\"5\"/>" },
         { "<BD>O.......o.o.....</BD>", "<BD>O.O.O.O.O.O.O.O.</BD>" }, // the first host pattern
     };
     auto text = ourText(stateOf(*original), f.vst3);

@@ -86,7 +86,7 @@ TEST(PluginOutputs, SettingsXmlSkipsBadRowsAndRoundTrips)
 {
     PluginTestHost host;
     auto& plugin = *host.plugin;
-    plugin.loadAudioOutputSettings(*juce::parseXML("<AudioOutputSettings><TriggerOut state=\"on\" instrument=\"AC\"/>"
+    plugin.loadAudioOutputSettings(*juce::parseXML("<AudioOutputSettings><TriggerOut state=\"on\" instrument=\"AC\" output=\"7\"/>"
                                                    "<OutAssignations><BD out=\"4\"/><SD out=\"0\"/><CL out=\"13\"/>"
                                                    "<AC out=\"2\"/><XX out=\"2\"/><CH out=\"12\"/></OutAssignations></AudioOutputSettings>"),
                                    false);
@@ -94,9 +94,10 @@ TEST(PluginOutputs, SettingsXmlSkipsBadRowsAndRoundTrips)
         EXPECT_EQ(plugin.getInstrumentOutput(instrument), output) << instrument;
     EXPECT_EQ(plugin.getParameterManager().getInt(ParameterIds::outputNumber + 16), 12);
     EXPECT_TRUE(plugin.getCore()->isTriggerOutEnabled() && plugin.getCore()->triggerOutSource == 17);
+    EXPECT_EQ(plugin.getTriggerOutput(), 7) << "a song keeps the output its pulse goes to";
 
     const auto written = plugin.createAudioOutputSettings(false);
-    EXPECT_EQ(written->getChildByName("TriggerOut")->getStringAttribute("instrument"), "AC");
+    EXPECT_TRUE(written->getChildByName("TriggerOut")->getStringAttribute("instrument") == "AC" && written->getChildByName("TriggerOut")->getIntAttribute("output") == 7);
     EXPECT_EQ(written->getChildByName("OutAssignations")->getChildByName("BD")->getIntAttribute("out"), 4);
     EXPECT_EQ(written->getChildByName("OutAssignations")->getNumChildElements(), 17);
 }

@@ -86,7 +86,8 @@ public:
         c.bounds = bounds;
         c.look = look;
         c.frames = frames;
-        c.resource = name + ".png";
+        // The repository keeps "part" and a digit apart in file names: PartOneButton.png.
+        c.resource = name.replace("Part1", "PartOne").replace("Part2", "PartTwo") + ".png";
         controls.push_back(c);
         return controls.back();
     }

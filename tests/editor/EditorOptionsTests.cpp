@@ -1,0 +1,277 @@
+// The options window as a user meets it: every setting it shows, writes at
+// once and hands on to the next instance, the sequencer's modes in step with
+// the panel, and the MIDI control page with learn, its alert and its files.
+
+#include "EditorTestSupport.h"
+
+#include "editor/DrumMachineEditor.h"
+#include "editor/GFXMultiStateButton.h"
+#include "editor/options/DrumMachineSettingsPages.h"
+#include "editor/options/MidiControlComponent.h"
+#include "editor/options/PresetsSettingsComponent.h"
+#include "parameters/ParameterIds.h"
+
+using namespace editortest;
+
+namespace
+{
+// An instance that keeps its user settings in a file, with its panel open.
+struct SettingsPanel
+{
+    explicit SettingsPanel(const juce::File& settings)
+    {
+        PluginPaths paths;
+        paths.settingsFile = settings;
+        plugin = Quindrel::createInstance(paths);
+        window.reset(dynamic_cast<PluginEditorWindow*>(plugin->createEditor()));
+        pump(10);
+    }
+
+    ~SettingsPanel()
+    {
+        window.reset();
+        plugin.reset(); // writes the settings
+    }
+
+    BasePluginEditor& editor() { return window->getEditor(); }
+
+    template <typename Page>
+    Page& page(const char* tab)
+    {
+        return *dynamic_cast<Page*>(editor().getOptionsWindow()->getPage(tab));
+    }
+
+    std::unique_ptr<Quindrel> plugin;
+    std::unique_ptr<PluginEditorWindow> window;
+};
+
+using Presets = BasePluginEditorOldStyle::PresetsSettingsComponent;
+using Outputs = DrumMachineEditor::OutputsSettingsComponent;
+using Sequencer = DrumMachineEditor::SequencerSettingsComponent;
+using Patterns = DrumMachineEditor::PatternsSettingsComponent;
+using DrumMap = DrumMachineEditor::DrumMapSettingsComponent;
+
+// A click on a plain JUCE button arrives through the message loop.
+void press(juce::Button& button)
+{
+    button.triggerClick();
+    pump(20);
+}
+
+// The menu row whose text is that, as a click in the open menu picks it.
+void choose(ComboBoxEx& box, const juce::String& text)
+{
+    auto& menu = box.getMenu();
+    for (int i = 0; i < menu.getNumItems(); ++i)
+        if (menu.getItemText(i) == text)
+            return menu.selectRow(i);
+    FAIL() << "no row " << text;
+}
+} // namespace
+
+TEST(EditorOptions, EveryPageShowsTheSettingsWritesAChangeAtOnceAndTheNextInstanceStartsWithIt)
+{
+    juce::TemporaryFile settings(".ini"), userBank(".qdprsb"), hostBank(".qdptrbH"), savedMap(".qddrmap");
+    const auto folder = settings.getFile().getParentDirectory();
+    const auto mapWithoutExtension = folder.getChildFile("my-kit-map");
+    const auto ccMap = folder.getChildFile("options-default.qdccmap");
+    {
+        SettingsPanel first(settings.getFile());
+        auto& plugin = *first.plugin;
+
+        // Values the plug-in holds before the window opens show in it.
+        plugin.setPresetStoring(BasePluginOldStyle::automatic);
+        plugin.setPresetsResource(BasePluginOldStyle::userDefinedPresets, userBank.getFile().getFullPathName());
+        plugin.setStoredInstrumentOutput(3, 5);
+        plugin.setStoredOutputType(DrumMachine::monoOutputs);
+        plugin.defaultHostMode = true;
+        plugin.hostPlayDetection = DrumMachine::byLowestCNoteOn;
+        plugin.getSequencer()->nativeResourceKind = DrumMachineSeq::clearPatterns;
+        plugin.setDrumMapSource(1, savedMap.getFile().getFullPathName());
+        plugin.getMidiControl().setLoadDefaultMap(true);
+        plugin.getMidiControl().setDefaultMapFile(ccMap.getFullPathName());
+
+        first.editor().performEvent(BasePluginEditor::optionsEvent);
+        auto& options = *first.editor().getOptionsWindow();
+        EXPECT_EQ(options.getTabs().getTabNames(), juce::StringArray({ "Midi Control", "Presets", "Outputs", "Sequencer", "Patterns", "Drum map" }));
+        EXPECT_EQ(options.getTabs().getCurrentTabIndex(), 0);
+        EXPECT_EQ(options.getTabs().getTabBackgroundColour(3), juce::Colour(0xFFC5C5C5));
+
+        auto& presets = first.page<Presets>("Presets");
+        auto& outputs = first.page<Outputs>("Outputs");
+        auto& sequencer = first.page<Sequencer>("Sequencer");
+        auto& patterns = first.page<Patterns>("Patterns");
+        auto& drumMap = first.page<DrumMap>("Drum map");
+        auto& midi = *first.editor().getMidiControlComponent();
+        EXPECT_EQ(presets.getStoring().getSelectedIndex(), 0);
+        EXPECT_FALSE(presets.getChanging().isEnabled()) << "this plug-in has no changing option";
+        EXPECT_EQ(presets.getDefaultPresets().getSelectedIndex(), 2);
+        EXPECT_EQ(presets.getDefaultPresets().getPath(), userBank.getFile().getFullPathName());
+        EXPECT_TRUE(presets.getDefaultPresets().getPathComponent().isEnabled());
+        EXPECT_EQ(outputs.getOutputBox(3).getText(), "5");
+        EXPECT_EQ(outputs.getOutputType().getSelectedIndex(), 1);
+        EXPECT_EQ(outputs.getTriggerBox().getText(), " - None - ");
+        EXPECT_TRUE(sequencer.getDefaultBox(2).isChecked());
+        EXPECT_EQ(sequencer.getDetection().getSelectedIndex(), 1);
+        EXPECT_EQ(patterns.getNativePatterns().getSelectedIndex(), 1);
+        EXPECT_FALSE(patterns.getNativePatterns().getPathComponent().isEnabled());
+        EXPECT_EQ(drumMap.getDefaultMap().getSelectedIndex(), 1);
+        EXPECT_EQ(drumMap.getKeysText(14), "49 (C#2), 51 (D#2), 52 (E2), 59 (B2)");
+        EXPECT_TRUE(midi.getDefaultMapBox().isChecked());
+
+        // Each change reaches the plug-in as it is made.
+        press(presets.getStoring().getButton(1));
+        EXPECT_EQ(plugin.getPresetStoring(), BasePluginOldStyle::onDemand);
+        press(presets.getDefaultPresets().getButton(1));
+        EXPECT_EQ(plugin.getPresetsResourceKind(), BasePluginOldStyle::clearPresets);
+        EXPECT_EQ(first.editor().getStatusBar()->getMessage(), "Default Presets settings will be affected when plugin is loaded.");
+
+        choose(outputs.getOutputBox(1), "7");
+        EXPECT_EQ(plugin.getStoredInstrumentOutput(1), 7);
+        EXPECT_EQ(plugin.getInstrumentOutput(1), 1) << "a default, not the output in use";
+        plugin.setInstrumentOutput(12, 9);
+        outputs.getSetFromCurrentButton().click({});
+        EXPECT_EQ(plugin.getStoredInstrumentOutput(12), 9);
+        EXPECT_EQ(plugin.getStoredInstrumentOutput(1), 1) << "every default takes the output in use";
+        EXPECT_EQ(outputs.getOutputBox(12).getText(), "9");
+        press(outputs.getOutputType().getButton(0));
+        EXPECT_EQ(plugin.getStoredOutputType(), DrumMachine::stereoOutputs);
+        choose(outputs.getTriggerBox(), "11");
+        EXPECT_TRUE(plugin.getCore()->isTriggerOutEnabled());
+        EXPECT_EQ(plugin.getTriggerOutput(), 11);
+        choose(outputs.getTriggerSourceBox(), "Cow Bell");
+        EXPECT_EQ(plugin.getCore()->triggerOutSource, 12);
+
+        press(sequencer.getDefaultBox(3).getButton());
+        EXPECT_TRUE(plugin.defaultNoteOffMode);
+        EXPECT_FALSE(plugin.noteOffMode) << "a default changes nothing in use";
+        press(sequencer.getDetection().getButton(0));
+        EXPECT_EQ(plugin.hostPlayDetection.load(), DrumMachine::byTransportChange);
+
+        press(patterns.getHostPatterns().getButton(2));
+        patterns.getHostPatterns().getPathComponent().choose(hostBank.getFile());
+        EXPECT_EQ(plugin.getSequencer()->hostResourceKind, DrumMachineSeq::userDefinedPatterns);
+        EXPECT_EQ(plugin.getSequencer()->hostResourceFile, hostBank.getFile().getFullPathName());
+
+        ASSERT_TRUE(drumMap.saveMap(mapWithoutExtension));
+        EXPECT_TRUE(mapWithoutExtension.withFileExtension(".qddrmap").existsAsFile());
+        savedMap.getFile().replaceWithText(R"(<DrumMap application="Quindrel" ver="1.1" name="Mine"><assign midiKey="60" instrument="CY"/></DrumMap>)");
+        ASSERT_TRUE(drumMap.loadMap(savedMap.getFile()));
+        EXPECT_EQ(plugin.getKeyInstrument(60), 14);
+        EXPECT_EQ(drumMap.getKeysText(14), "60 (C3)");
+        EXPECT_EQ(drumMap.getKeysText(0), "---");
+
+        press(midi.getDefaultMapBox().getCheckBox().getButton());
+        EXPECT_FALSE(plugin.getMidiControl().getLoadDefaultMap());
+        EXPECT_EQ(first.editor().getStatusBar()->getMessage(), "Default Map settings will be affected when plugin is loaded.");
+
+        // Closing keeps it all.
+        click(*dynamic_cast<GFXButton*>(BasePluginEditor::findControl("CloseButton", options)));
+        EXPECT_FALSE(options.isShown());
+        EXPECT_EQ(plugin.getStoredInstrumentOutput(12), 9);
+        EXPECT_EQ(plugin.getPresetStoring(), BasePluginOldStyle::onDemand);
+    }
+
+    // The next instance starts from the file and shows it.
+    SettingsPanel next(settings.getFile());
+    next.editor().performEvent(BasePluginEditor::optionsEvent);
+    EXPECT_EQ(next.page<Presets>("Presets").getStoring().getSelectedIndex(), 1);
+    EXPECT_EQ(next.page<Presets>("Presets").getDefaultPresets().getSelectedIndex(), 1);
+    EXPECT_EQ(next.plugin->getBankName(), "Preset Bank") << "a cleared bank";
+    EXPECT_EQ(next.page<Outputs>("Outputs").getOutputBox(12).getText(), "9");
+    EXPECT_EQ(next.plugin->getInstrumentOutput(12), 9) << "the defaults are the outputs of a new instance";
+    EXPECT_EQ(next.page<Outputs>("Outputs").getOutputType().getSelectedIndex(), 0);
+    EXPECT_TRUE(next.page<Sequencer>("Sequencer").getCurrentBox(3).isChecked()) << "the default note-off mode is in use";
+    EXPECT_EQ(next.page<Sequencer>("Sequencer").getDetection().getSelectedIndex(), 0);
+    EXPECT_EQ(next.page<Patterns>("Patterns").getHostPatterns().getPath(), hostBank.getFile().getFullPathName());
+    EXPECT_EQ(next.page<Patterns>("Patterns").getNativePatterns().getSelectedIndex(), 1);
+    EXPECT_EQ(next.page<DrumMap>("Drum map").getKeysText(14), "60 (C3)") << "the user's map at start";
+    EXPECT_FALSE(next.editor().getMidiControlComponent()->getDefaultMapBox().isChecked());
+    mapWithoutExtension.withFileExtension(".qddrmap").deleteFile();
+}
+
+TEST(EditorOptions, TheSequencersModesOnThePageAndOnThePanelAgreeBothWays)
+{
+    OpenPanel panel;
+    auto& editor = panel.editor();
+    editor.performEvent(BasePluginEditor::optionsEvent);
+    auto& page = *dynamic_cast<Sequencer*>(editor.getOptionsWindow()->getPage("Sequencer"));
+    auto& hostButton = panel.control<GFXMultiStateButton>("HostModeButton");
+
+    press(page.getCurrentBox(2).getButton());
+    EXPECT_TRUE(panel.plugin->hostMode);
+    pump();
+    EXPECT_EQ(hostButton.getCurrentState(), 1) << "the panel's button shows the page's change";
+
+    editor.performEvent(editor.getPlugin()->getEvents().getUid("Toggle Host Mode"));
+    pump();
+    EXPECT_FALSE(page.getCurrentBox(2).isChecked()) << "the page shows the panel's change";
+
+    // With the internal sequencer off the other switches do nothing, here as there.
+    editor.performEvent(editor.getPlugin()->getEvents().getUid("Toggle Internal Sequencer"));
+    pump();
+    EXPECT_FALSE(page.getCurrentBox(0).isChecked());
+    EXPECT_FALSE(page.getCurrentBox(1).isEnabled());
+    press(page.getCurrentBox(0).getButton());
+    EXPECT_TRUE(panel.plugin->internalSequencer);
+    EXPECT_TRUE(page.getCurrentBox(1).isEnabled());
+}
+
+TEST(EditorOptions, TheMidiPageFollowsTheMapAndLearnAndAsksBeforeClearing)
+{
+    OpenPanel panel;
+    auto& editor = panel.editor();
+    auto& midiControl = panel.plugin->getMidiControl();
+    auto& page = *editor.getMidiControlComponent();
+    editor.performEvent(BasePluginEditor::optionsEvent);
+
+    // Learn from the page, a parameter touched and a controller moved.
+    press(page.getLearnBox().getButton());
+    EXPECT_TRUE(midiControl.isLearnMode());
+    midiControl.setLearnParameter(&panel.parameter("Bass Drum Tone"));
+    midiControl.handleController(juce::MidiMessage::controllerEvent(1, 21, 64));
+    midiControl.assign(7, &panel.parameter("Main Volume"), true);
+    pump();
+    ASSERT_EQ(page.getList().getNumAssignments(), 2);
+    EXPECT_EQ(page.getList().getController(0), 7);
+    EXPECT_EQ(page.getList().getParameterName(1), "Bass Drum Tone");
+
+    // The panel's learn button ends it, and the box follows.
+    editor.performEvent(BasePluginEditor::toggleMidiLearnEvent);
+    pump();
+    EXPECT_FALSE(midiControl.isLearnMode());
+    EXPECT_FALSE(page.getLearnBox().isChecked());
+
+    page.getList().selectController(21);
+    click(*dynamic_cast<GFXButton*>(BasePluginEditor::findControl("Delete Assign", page)));
+    pump();
+    EXPECT_EQ(midiControl.getControllerOf(&panel.parameter("Bass Drum Tone")), -1);
+    EXPECT_EQ(page.getList().getNumAssignments(), 1);
+
+    // A map saved under a bare name gets the extension, and loads back.
+    const auto bare = juce::File::createTempFile("").getSiblingFile("options-map");
+    ASSERT_TRUE(page.saveMap(bare));
+    const auto saved = bare.withFileExtension(".qdccmap");
+    EXPECT_TRUE(saved.existsAsFile());
+
+    // "Clear All" asks first; "No" keeps the map, "Yes" clears it.
+    auto& alert = page.getClearAlert();
+    click(*dynamic_cast<GFXButton*>(BasePluginEditor::findControl("Clear All", page)));
+    ASSERT_TRUE(alert.isShown());
+    EXPECT_EQ(alert.getMessage(), "Do you really want to clear all assignations?");
+    click(*alert.getButton(1));
+    pump();
+    EXPECT_FALSE(alert.isShown());
+    EXPECT_EQ(midiControl.getControllerOf(&panel.parameter("Main Volume")), 7);
+    EXPECT_EQ(page.getList().getNumAssignments(), 1);
+    click(*dynamic_cast<GFXButton*>(BasePluginEditor::findControl("Clear All", page)));
+    click(*alert.getButton(0));
+    pump();
+    EXPECT_EQ(midiControl.getControllerOf(&panel.parameter("Main Volume")), -1);
+    EXPECT_EQ(page.getList().getNumAssignments(), 0);
+
+    ASSERT_TRUE(page.loadMap(saved));
+    pump();
+    EXPECT_EQ(page.getList().getNumAssignments(), 1);
+    saved.deleteFile();
+}
