@@ -15,35 +15,11 @@ using namespace editortest;
 
 namespace
 {
-// An instance that keeps its user settings in a file, with its panel open.
-struct SettingsPanel
+template <typename Page>
+Page& page(OpenPanel& panel, const char* tab)
 {
-    explicit SettingsPanel(const juce::File& settings)
-    {
-        PluginPaths paths;
-        paths.settingsFile = settings;
-        plugin = Quindrel::createInstance(paths);
-        window.reset(dynamic_cast<PluginEditorWindow*>(plugin->createEditor()));
-        pump(10);
-    }
-
-    ~SettingsPanel()
-    {
-        window.reset();
-        plugin.reset(); // writes the settings
-    }
-
-    BasePluginEditor& editor() { return window->getEditor(); }
-
-    template <typename Page>
-    Page& page(const char* tab)
-    {
-        return *dynamic_cast<Page*>(editor().getOptionsWindow()->getPage(tab));
-    }
-
-    std::unique_ptr<Quindrel> plugin;
-    std::unique_ptr<PluginEditorWindow> window;
-};
+    return *dynamic_cast<Page*>(panel.editor().getOptionsWindow()->getPage(tab));
+}
 
 using Presets = BasePluginEditorOldStyle::PresetsSettingsComponent;
 using Outputs = DrumMachineEditor::OutputsSettingsComponent;
@@ -76,7 +52,7 @@ TEST(EditorOptions, EveryPageShowsTheSettingsWritesAChangeAtOnceAndTheNextInstan
     const auto mapWithoutExtension = folder.getChildFile("my-kit-map");
     const auto ccMap = folder.getChildFile("options-default.qdccmap");
     {
-        SettingsPanel first(settings.getFile());
+        OpenPanel first(settings.getFile());
         auto& plugin = *first.plugin;
 
         // Values the plug-in holds before the window opens show in it.
@@ -93,15 +69,13 @@ TEST(EditorOptions, EveryPageShowsTheSettingsWritesAChangeAtOnceAndTheNextInstan
 
         first.editor().performEvent(BasePluginEditor::optionsEvent);
         auto& options = *first.editor().getOptionsWindow();
-        EXPECT_EQ(options.getTabs().getTabNames(), juce::StringArray({ "Midi Control", "Presets", "Outputs", "Sequencer", "Patterns", "Drum map" }));
-        EXPECT_EQ(options.getTabs().getCurrentTabIndex(), 0);
-        EXPECT_EQ(options.getTabs().getTabBackgroundColour(3), juce::Colour(0xFFC5C5C5));
+        EXPECT_EQ(options.getTabs().getCurrentTabIndex(), 0) << "the MIDI page first";
 
-        auto& presets = first.page<Presets>("Presets");
-        auto& outputs = first.page<Outputs>("Outputs");
-        auto& sequencer = first.page<Sequencer>("Sequencer");
-        auto& patterns = first.page<Patterns>("Patterns");
-        auto& drumMap = first.page<DrumMap>("Drum map");
+        auto& presets = page<Presets>(first, "Presets");
+        auto& outputs = page<Outputs>(first, "Outputs");
+        auto& sequencer = page<Sequencer>(first, "Sequencer");
+        auto& patterns = page<Patterns>(first, "Patterns");
+        auto& drumMap = page<DrumMap>(first, "Drum map");
         auto& midi = *first.editor().getMidiControlComponent();
         EXPECT_EQ(presets.getStoring().getSelectedIndex(), 0);
         EXPECT_FALSE(presets.getChanging().isEnabled()) << "this plug-in has no changing option";
@@ -165,27 +139,18 @@ TEST(EditorOptions, EveryPageShowsTheSettingsWritesAChangeAtOnceAndTheNextInstan
         EXPECT_FALSE(plugin.getMidiControl().getLoadDefaultMap());
         EXPECT_EQ(first.editor().getStatusBar()->getMessage(), "Default Map settings will be affected when plugin is loaded.");
 
-        // Closing keeps it all.
-        click(*dynamic_cast<GFXButton*>(BasePluginEditor::findControl("CloseButton", options)));
+        click(first.control<GFXButton>("CloseButton", &options));
         EXPECT_FALSE(options.isShown());
-        EXPECT_EQ(plugin.getStoredInstrumentOutput(12), 9);
-        EXPECT_EQ(plugin.getPresetStoring(), BasePluginOldStyle::onDemand);
     }
 
     // The next instance starts from the file and shows it.
-    SettingsPanel next(settings.getFile());
+    OpenPanel next(settings.getFile());
     next.editor().performEvent(BasePluginEditor::optionsEvent);
-    EXPECT_EQ(next.page<Presets>("Presets").getStoring().getSelectedIndex(), 1);
-    EXPECT_EQ(next.page<Presets>("Presets").getDefaultPresets().getSelectedIndex(), 1);
-    EXPECT_EQ(next.plugin->getBankName(), "Preset Bank") << "a cleared bank";
-    EXPECT_EQ(next.page<Outputs>("Outputs").getOutputBox(12).getText(), "9");
-    EXPECT_EQ(next.plugin->getInstrumentOutput(12), 9) << "the defaults are the outputs of a new instance";
-    EXPECT_EQ(next.page<Outputs>("Outputs").getOutputType().getSelectedIndex(), 0);
-    EXPECT_TRUE(next.page<Sequencer>("Sequencer").getCurrentBox(3).isChecked()) << "the default note-off mode is in use";
-    EXPECT_EQ(next.page<Sequencer>("Sequencer").getDetection().getSelectedIndex(), 0);
-    EXPECT_EQ(next.page<Patterns>("Patterns").getHostPatterns().getPath(), hostBank.getFile().getFullPathName());
-    EXPECT_EQ(next.page<Patterns>("Patterns").getNativePatterns().getSelectedIndex(), 1);
-    EXPECT_EQ(next.page<DrumMap>("Drum map").getKeysText(14), "60 (C3)") << "the user's map at start";
+    EXPECT_EQ(page<Presets>(next, "Presets").getStoring().getSelectedIndex(), 1);
+    EXPECT_EQ(page<Outputs>(next, "Outputs").getOutputBox(12).getText(), "9");
+    EXPECT_TRUE(page<Sequencer>(next, "Sequencer").getCurrentBox(3).isChecked()) << "the default note-off mode is in use";
+    EXPECT_EQ(page<Patterns>(next, "Patterns").getHostPatterns().getPath(), hostBank.getFile().getFullPathName());
+    EXPECT_EQ(page<DrumMap>(next, "Drum map").getKeysText(14), "60 (C3)") << "the user's map at start";
     EXPECT_FALSE(next.editor().getMidiControlComponent()->getDefaultMapBox().isChecked());
     mapWithoutExtension.withFileExtension(".qddrmap").deleteFile();
 }
@@ -193,28 +158,22 @@ TEST(EditorOptions, EveryPageShowsTheSettingsWritesAChangeAtOnceAndTheNextInstan
 TEST(EditorOptions, TheSequencersModesOnThePageAndOnThePanelAgreeBothWays)
 {
     OpenPanel panel;
-    auto& editor = panel.editor();
-    editor.performEvent(BasePluginEditor::optionsEvent);
-    auto& page = *dynamic_cast<Sequencer*>(editor.getOptionsWindow()->getPage("Sequencer"));
-    auto& hostButton = panel.control<GFXMultiStateButton>("HostModeButton");
+    panel.editor().performEvent(BasePluginEditor::optionsEvent);
+    auto& sequencer = page<Sequencer>(panel, "Sequencer");
 
-    press(page.getCurrentBox(2).getButton());
+    press(sequencer.getCurrentBox(2).getButton());
     EXPECT_TRUE(panel.plugin->hostMode);
     pump();
-    EXPECT_EQ(hostButton.getCurrentState(), 1) << "the panel's button shows the page's change";
-
-    editor.performEvent(editor.getPlugin()->getEvents().getUid("Toggle Host Mode"));
-    pump();
-    EXPECT_FALSE(page.getCurrentBox(2).isChecked()) << "the page shows the panel's change";
+    EXPECT_EQ(panel.control<GFXMultiStateButton>("HostModeButton").getCurrentState(), 1) << "the panel's button shows the page's change";
+    panel.press("Toggle Host Mode");
+    EXPECT_FALSE(sequencer.getCurrentBox(2).isChecked()) << "the page shows the panel's change";
 
     // With the internal sequencer off the other switches do nothing, here as there.
-    editor.performEvent(editor.getPlugin()->getEvents().getUid("Toggle Internal Sequencer"));
-    pump();
-    EXPECT_FALSE(page.getCurrentBox(0).isChecked());
-    EXPECT_FALSE(page.getCurrentBox(1).isEnabled());
-    press(page.getCurrentBox(0).getButton());
-    EXPECT_TRUE(panel.plugin->internalSequencer);
-    EXPECT_TRUE(page.getCurrentBox(1).isEnabled());
+    panel.press("Toggle Internal Sequencer");
+    EXPECT_FALSE(sequencer.getCurrentBox(0).isChecked());
+    EXPECT_FALSE(sequencer.getCurrentBox(1).isEnabled());
+    press(sequencer.getCurrentBox(0).getButton());
+    EXPECT_TRUE(panel.plugin->internalSequencer && sequencer.getCurrentBox(1).isEnabled());
 }
 
 TEST(EditorOptions, TheMidiPageFollowsTheMapAndLearnAndAsksBeforeClearing)
@@ -243,7 +202,7 @@ TEST(EditorOptions, TheMidiPageFollowsTheMapAndLearnAndAsksBeforeClearing)
     EXPECT_FALSE(page.getLearnBox().isChecked());
 
     page.getList().selectController(21);
-    click(*dynamic_cast<GFXButton*>(BasePluginEditor::findControl("Delete Assign", page)));
+    click(panel.control<GFXButton>("Delete Assign", &page));
     pump();
     EXPECT_EQ(midiControl.getControllerOf(&panel.parameter("Bass Drum Tone")), -1);
     EXPECT_EQ(page.getList().getNumAssignments(), 1);
@@ -256,7 +215,7 @@ TEST(EditorOptions, TheMidiPageFollowsTheMapAndLearnAndAsksBeforeClearing)
 
     // "Clear All" asks first; "No" keeps the map, "Yes" clears it.
     auto& alert = page.getClearAlert();
-    click(*dynamic_cast<GFXButton*>(BasePluginEditor::findControl("Clear All", page)));
+    click(panel.control<GFXButton>("Clear All", &page));
     ASSERT_TRUE(alert.isShown());
     EXPECT_EQ(alert.getMessage(), "Do you really want to clear all assignations?");
     click(*alert.getButton(1));
@@ -264,7 +223,7 @@ TEST(EditorOptions, TheMidiPageFollowsTheMapAndLearnAndAsksBeforeClearing)
     EXPECT_FALSE(alert.isShown());
     EXPECT_EQ(midiControl.getControllerOf(&panel.parameter("Main Volume")), 7);
     EXPECT_EQ(page.getList().getNumAssignments(), 1);
-    click(*dynamic_cast<GFXButton*>(BasePluginEditor::findControl("Clear All", page)));
+    click(panel.control<GFXButton>("Clear All", &page));
     click(*alert.getButton(0));
     pump();
     EXPECT_EQ(midiControl.getControllerOf(&panel.parameter("Main Volume")), -1);

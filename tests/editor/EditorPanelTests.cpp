@@ -18,53 +18,15 @@ using namespace editortest;
 
 namespace
 {
-// A Quindrel played as a host plays it, with the shipped panel open.
-struct Panel
+// The shipped panel, with what its tests read of it.
+struct Panel : OpenPanel
 {
-    Panel()
-        : window(dynamic_cast<PluginEditorWindow*>(host.plugin->createEditor()))
-    {
-        pump(10);
-    }
-
-    ~Panel() { window.reset(); }
-
-    void reopen()
-    {
-        window.reset();
-        window.reset(dynamic_cast<PluginEditorWindow*>(host.plugin->createEditor()));
-        pump();
-    }
-
-    Panel(const Panel&) = delete;
-
-    QuindrelEditor& editor() { return dynamic_cast<QuindrelEditor&>(window->getEditor()); }
-    Quindrel& plugin() { return *host.plugin; }
-    Parameter& parameter(const juce::String& name) { return *plugin().getParameterManager().getParameter(name); }
+    QuindrelEditor& editor() { return dynamic_cast<QuindrelEditor&>(OpenPanel::editor()); }
     StatusBar& status() { return *editor().getStatusBar(); }
-
-    template <typename Control>
-    Control& control(const juce::String& name)
-    {
-        auto* found = dynamic_cast<Control*>(editor().findControl(name));
-        if (found == nullptr)
-            throw std::runtime_error(("no control " + name).toStdString());
-        return *found;
-    }
-
-    // An event as the click on its control fires it, then the updates it raised.
-    void press(const juce::String& eventName)
-    {
-        const int uid = plugin().getEvents().getUid(eventName);
-        if (uid < 0)
-            throw std::runtime_error(("no event " + eventName).toStdString());
-        editor().performEvent(uid);
-        pump();
-    }
 
     void controller(int number, int value)
     {
-        host.render(64, { { 0, juce::MidiMessage::controllerEvent(1, number, value) } });
+        render(64, { { 0, juce::MidiMessage::controllerEvent(1, number, value) } });
         pump();
     }
 
@@ -77,9 +39,6 @@ struct Panel
                 lit.add(step);
         return lit;
     }
-
-    PluginTestHost host;
-    std::unique_ptr<PluginEditorWindow> window;
 };
 
 const juce::String lengthHint = "Set pattern length using step buttons.";
@@ -186,25 +145,25 @@ TEST(EditorPanel, CtrlClickOnPrevOpensThePatternsMenuOnlyWithTheInternalSequence
     Panel p;
     auto& prev = p.control<GFXButton>("PattPrevButton");
     auto& menu = p.editor().getLoadMenu();
-    auto* sequencer = p.plugin().getQuindrelSeq();
+    auto* sequencer = p.plugin->getQuindrelSeq();
     p.press("Toggle Pattern Write Mode");
     const int edited = sequencer->getEditedIndex();
 
     p.press("Toggle Internal Sequencer");
-    click(prev, withCtrl());
+    click(prev, withCtrl);
     pump();
     EXPECT_FALSE(menu.isShown());
     EXPECT_EQ(sequencer->getEditedIndex(), edited) << "nor does it step to the previous pattern";
 
     p.press("Toggle Internal Sequencer");
-    click(prev, withCtrl());
+    click(prev, withCtrl);
     pump();
     EXPECT_TRUE(menu.isShown());
     EXPECT_EQ(menu.getNumItems(), 2);
     EXPECT_EQ(sequencer->getEditedIndex(), edited);
     menu.close();
 
-    click(p.control<GFXButton>("PattNextButton"), withCtrl());
+    click(p.control<GFXButton>("PattNextButton"), withCtrl);
     EXPECT_TRUE(p.editor().getSaveMenu().isShown());
 }
 
@@ -250,13 +209,13 @@ TEST(EditorPanel, LearnPromptsStayAboveHintsAndFollowThePicks)
 TEST(EditorPanel, EveryInstrumentTriggeredBetweenTwoLooksFlashesOnce)
 {
     Panel p;
-    p.plugin().setInternalSequencer(false); // notes play the drums
+    p.plugin->setInternalSequencer(false); // notes play the drums
     pump();
 
     const auto keyOf = [&](int instrument)
     {
         for (int key = 0; key < 128; ++key)
-            if (p.plugin().getKeyInstrument(key) == instrument)
+            if (p.plugin->getKeyInstrument(key) == instrument)
                 return key;
         return -1;
     };
@@ -264,7 +223,7 @@ TEST(EditorPanel, EveryInstrumentTriggeredBetweenTwoLooksFlashesOnce)
     ASSERT_GE(keyOf(1), 0);
 
     // Ten milliseconds apart: one look of the timer sees both.
-    p.host.render(1024, { PluginTestHost::noteOn(0, keyOf(0)), PluginTestHost::noteOn(480, keyOf(1)) });
+    p.render(1024, { PluginTestHost::noteOn(0, keyOf(0)), PluginTestHost::noteOn(480, keyOf(1)) });
     p.editor().idle();
 
     auto& bass = p.control<GFXMultiStateButton>("BassDrumActivityLed");
@@ -286,24 +245,24 @@ TEST(EditorPanel, RunningLightFollowsANativeRunAndTheEditedPattern)
 {
     Panel p;
     constexpr int samplesPerStep = 6000; // 120 BPM, four steps a beat, 48 kHz
-    p.host.playHead.playing = true;
+    p.playHead.playing = true;
 
-    p.host.render(3 * samplesPerStep + 1000);
+    p.render(3 * samplesPerStep + 1000);
     pump();
     EXPECT_EQ(p.runningSteps(), juce::Array<int>({ 3 }));
 
-    p.host.render(2 * samplesPerStep);
+    p.render(2 * samplesPerStep);
     pump();
     EXPECT_EQ(p.runningSteps(), juce::Array<int>({ 5 }));
 
     // Editing another pattern than the one that plays: no position to show.
     p.press("Toggle Pattern Write Mode");
     p.press("Next");
-    p.host.render(samplesPerStep);
+    p.render(samplesPerStep);
     pump();
     EXPECT_TRUE(p.runningSteps().isEmpty());
     p.press("Prev");
-    p.host.render(samplesPerStep);
+    p.render(samplesPerStep);
     pump();
     EXPECT_EQ(p.runningSteps(), juce::Array<int>({ 7 }));
 
@@ -311,8 +270,8 @@ TEST(EditorPanel, RunningLightFollowsANativeRunAndTheEditedPattern)
     p.press("Toggle Pattern Write Mode");
     auto& name = p.control<GFXDisplay>("PatternNameDisplay");
     EXPECT_FALSE(name.isBlinking());
-    p.host.playHead.playing = false;
-    p.host.render(512);
+    p.playHead.playing = false;
+    p.render(512);
     pump();
     EXPECT_TRUE(p.runningSteps().isEmpty());
     EXPECT_TRUE(name.isBlinking());
@@ -322,7 +281,7 @@ TEST(EditorPanel, TypedNamesNameTheEditedPatternOnlyWhileWritingAndTheCurrentPre
 {
     Panel p;
     auto& display = p.control<GFXDisplay>("PatternNameDisplay");
-    auto* sequencer = p.plugin().getQuindrelSeq();
+    auto* sequencer = p.plugin->getQuindrelSeq();
     const auto type = [&](GFXDisplay& into, const juce::String& text)
     {
         into.beginEdit();
@@ -348,9 +307,9 @@ TEST(EditorPanel, TypedNamesNameTheEditedPatternOnlyWhileWritingAndTheCurrentPre
     EXPECT_EQ(display.getText(), "Bossa");
 
     auto& preset = p.control<GFXDisplay>("PresetNameDisplay");
-    const int current = p.plugin().getCurrentPreset();
+    const int current = p.plugin->getCurrentPreset();
     type(preset, "Dusty Kit");
-    EXPECT_EQ(p.plugin().getPresetName(current), "Dusty Kit");
+    EXPECT_EQ(p.plugin->getPresetName(current), "Dusty Kit");
     EXPECT_EQ(preset.getText(), "Dusty Kit");
     p.press("Select next preset");
     p.press("Select previous preset");
@@ -361,7 +320,7 @@ TEST(EditorPanel, PatternFilesGetTheirExtensionAndComeBackIntoTheEditedSlot)
 {
     Panel p;
     auto& editor = p.editor();
-    auto* sequencer = p.plugin().getQuindrelSeq();
+    auto* sequencer = p.plugin->getQuindrelSeq();
     const auto folder = juce::File::createTempFile("patterns");
     ASSERT_TRUE(folder.createDirectory());
     constexpr int single = DrumMachineEditor::singlePatternItem, bank = DrumMachineEditor::patternBankItem, native = DrumMachineSeq::nativeType;
@@ -379,7 +338,7 @@ TEST(EditorPanel, PatternFilesGetTheirExtensionAndComeBackIntoTheEditedSlot)
     ASSERT_TRUE(editor.savePatternFile(folder.getChildFile("groove"), single, native));
     const auto saved = folder.getChildFile("groove" + sequencer->getPatternFileExtension(native));
     EXPECT_TRUE(saved.existsAsFile());
-    EXPECT_EQ(p.plugin().getLastDirectory(), folder);
+    EXPECT_EQ(p.plugin->getLastDirectory(), folder);
     ASSERT_TRUE(editor.savePatternFile(folder.getChildFile("kit.xml"), bank, native));
     EXPECT_TRUE(folder.getChildFile("kit.xml").existsAsFile()) << "an extension the user typed is kept";
 
@@ -387,7 +346,7 @@ TEST(EditorPanel, PatternFilesGetTheirExtensionAndComeBackIntoTheEditedSlot)
     ASSERT_EQ(bassSteps(), 0);
     ASSERT_TRUE(editor.loadPatternFile(saved, single, native));
     EXPECT_EQ(bassSteps(), steps);
-    EXPECT_EQ(p.parameter("Step 01 State").getValue() > 0.0, sequencer->getStep(p.plugin().selectedTrack, 0) != 0)
+    EXPECT_EQ(p.parameter("Step 01 State").getValue() > 0.0, sequencer->getStep(p.plugin->selectedTrack, 0) != 0)
         << "the step keys show the loaded pattern";
     EXPECT_FALSE(editor.loadPatternFile(folder.getChildFile("kit.xml"), single, native)) << "a bank is no single pattern";
     folder.deleteRecursively();

@@ -3,44 +3,20 @@
 #include "EditorTestSupport.h"
 
 #include "plugin/Resources.h"
+#include "support/RenderProcess.h"
 
 using namespace editortest;
-
-namespace
-{
-struct Run
-{
-    int exitCode = -1;
-    juce::String output;
-};
-
-Run render(const juce::StringArray& arguments)
-{
-    juce::StringArray command{ QUINDREL_RENDER_PATH };
-    command.addArray(arguments);
-    juce::ChildProcess process;
-    Run run;
-    if (process.start(command))
-    {
-        run.output = process.readAllProcessOutput();
-        process.waitForProcessToFinish(60000);
-        run.exitCode = (int) process.getExitCode();
-    }
-    return run;
-}
-} // namespace
 
 TEST(EditorSnapshot, PaintsTheSkinFromAFolderWithTheValuesAtTheEnd)
 {
     TestSkin skin;
     setSkinDirectory({}); // the renderer is told the folder itself
-    skin.writeBackground(900, 700);
     skin.writeStrip("Knob.png", 40, 40, 11);
-    skin.writeSkin(R"(<Knob name="Volume"><links><link as="connectedTo" param="Main Volume"/></links>
+    skin.writeSkin(900, 700, R"(<Knob name="Volume"><links><link as="connectedTo" param="Main Volume"/></links>
   <gfx resource="Knob.png" framesNum="11"/><pos left="100" top="50"/></Knob>)");
     const auto picture = skin.getFolder().getChildFile("panel.png");
 
-    const auto run = render({ "--seconds", "0.5", "--skin", skin.getFolder().getFullPathName(), "--snapshot", picture.getFullPathName() });
+    const auto run = runRender({ "--seconds", "0.5", "--skin", skin.getFolder().getFullPathName(), "--snapshot", picture.getFullPathName() });
     ASSERT_EQ(run.exitCode, 0) << run.output;
     const auto image = juce::ImageFileFormat::loadFrom(picture);
     ASSERT_TRUE(image.isValid());
@@ -52,7 +28,7 @@ TEST(EditorSnapshot, PaintsTheSkinFromAFolderWithTheValuesAtTheEnd)
     // A script's event goes through the panel: "Options" opens its window.
     const auto script = skin.getFolder().getChildFile("options.txt");
     script.replaceWithText("0.1\tevent\tOptions\n");
-    ASSERT_EQ(render({ "--seconds", "0.5", "--script", script.getFullPathName(), "--skin", skin.getFolder().getFullPathName(),
+    ASSERT_EQ(runRender({ "--seconds", "0.5", "--script", script.getFullPathName(), "--skin", skin.getFolder().getFullPathName(),
                        "--snapshot", picture.getFullPathName() })
                   .exitCode,
               0);
@@ -61,7 +37,7 @@ TEST(EditorSnapshot, PaintsTheSkinFromAFolderWithTheValuesAtTheEnd)
 
     // Without a folder: the built-in skin. A bad folder: one line, nothing written.
     const auto builtIn = skin.getFolder().getChildFile("built-in.png");
-    ASSERT_EQ(render({ "--seconds", "0.1", "--snapshot", builtIn.getFullPathName() }).exitCode, 0);
+    ASSERT_EQ(runRender({ "--seconds", "0.1", "--snapshot", builtIn.getFullPathName() }).exitCode, 0);
     juce::Image background;
     if (Resources::loadResourceImage("Background.png", background))
     {
@@ -69,7 +45,7 @@ TEST(EditorSnapshot, PaintsTheSkinFromAFolderWithTheValuesAtTheEnd)
     }
 
     skin.getFolder().getChildFile("skin.xml").replaceWithText("<Skin/>");
-    const auto bad = render({ "--skin", skin.getFolder().getFullPathName(), "--snapshot", skin.getFolder().getChildFile("bad.png").getFullPathName() });
+    const auto bad = runRender({ "--skin", skin.getFolder().getFullPathName(), "--snapshot", skin.getFolder().getChildFile("bad.png").getFullPathName() });
     EXPECT_EQ(bad.exitCode, 2);
     EXPECT_TRUE(bad.output.contains("not PluginEditor")) << bad.output;
     EXPECT_FALSE(skin.getFolder().getChildFile("bad.png").exists());
@@ -86,7 +62,7 @@ TEST(EditorSnapshot, AScriptsClicksWorkTheWindowsByTheirNames)
     const auto state = folder.getChildFile("state.xml");
     const auto picture = folder.getChildFile("panel.png");
 
-    const auto run = render({ "--seconds", "0.5", "--ccmap", map.getFullPathName(), "--script", script.getFullPathName(),
+    const auto run = runRender({ "--seconds", "0.5", "--ccmap", map.getFullPathName(), "--script", script.getFullPathName(),
                               "--snapshot", picture.getFullPathName(), "--save-state", state.getFullPathName() });
     ASSERT_EQ(run.exitCode, 0) << run.output;
     const auto saved = juce::parseXML(state);
@@ -96,10 +72,10 @@ TEST(EditorSnapshot, AScriptsClicksWorkTheWindowsByTheirNames)
 
     // A name the panel lacks, or a click with no panel: one line, nothing written.
     script.replaceWithText("0\tevent\tOptions\n0.1\tclick\tClear Everything\n");
-    const auto unknown = render({ "--script", script.getFullPathName(), "--snapshot", folder.getChildFile("bad.png").getFullPathName() });
+    const auto unknown = runRender({ "--script", script.getFullPathName(), "--snapshot", folder.getChildFile("bad.png").getFullPathName() });
     EXPECT_EQ(unknown.exitCode, 2);
     EXPECT_TRUE(unknown.output.contains("line 2")) << unknown.output;
-    EXPECT_EQ(render({ "--script", script.getFullPathName(), "-o", folder.getChildFile("bad.wav").getFullPathName() }).exitCode, 2);
+    EXPECT_EQ(runRender({ "--script", script.getFullPathName(), "-o", folder.getChildFile("bad.wav").getFullPathName() }).exitCode, 2);
     EXPECT_FALSE(folder.getChildFile("bad.png").exists() || folder.getChildFile("bad.wav").exists());
     folder.deleteRecursively();
 }

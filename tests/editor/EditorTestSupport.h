@@ -7,7 +7,7 @@
 #include "editor/BasePluginEditor.h"
 #include "editor/PluginEditorWindow.h"
 #include "editor/ResourceLoader.h"
-#include "plugin/Quindrel.h"
+#include "plugin/PluginTestHost.h"
 
 #include <gtest/gtest.h>
 
@@ -15,11 +15,10 @@ namespace editortest
 {
 inline juce::Colour frameColour(int frame)
 {
-    return juce::Colour::fromRGB((juce::uint8)(30 + 7 * frame), (juce::uint8)(200 - 5 * frame), (juce::uint8)(17 * frame % 256));
+    return juce::Colour::fromRGB((juce::uint8) (30 + 7 * frame), (juce::uint8) (200 - 5 * frame), (juce::uint8) (17 * frame % 256));
 }
 
 const juce::Colour backgroundColour = juce::Colour::fromRGB(20, 40, 60);
-const juce::Colour leftoverColour = juce::Colour::fromRGB(255, 0, 255);
 
 // The frame whose colour that is, or -1.
 inline int frameOf(juce::Colour colour)
@@ -33,8 +32,7 @@ inline int frameOf(juce::Colour colour)
 // The frame a component shows, read at one of its pixels.
 inline int shownFrame(juce::Component& component, int x = 1, int y = 1)
 {
-    const auto picture = component.createComponentSnapshot(component.getLocalBounds(), true, 1.0f);
-    return frameOf(picture.getPixelAt(x, y));
+    return frameOf(component.createComponentSnapshot(component.getLocalBounds(), true, 1.0f).getPixelAt(x, y));
 }
 
 inline void pump(int milliseconds = 30)
@@ -46,10 +44,12 @@ inline void pump(int milliseconds = 30)
 class TestSkin
 {
 public:
-    TestSkin()
+    explicit TestSkin(const std::function<void(const TestSkin&)>& write = {})
     {
         folder.createDirectory();
         setSkinDirectory(folder);
+        if (write)
+            write(*this);
     }
 
     ~TestSkin()
@@ -74,22 +74,18 @@ public:
             g.setColour(frameColour(frame));
             g.fillRect(0, frame * frameHeight, width, frameHeight);
         }
-        g.setColour(leftoverColour);
+        g.setColour(juce::Colours::magenta);
         g.fillRect(0, frames * frameHeight, width, leftoverRows);
         writeImage(name, image);
     }
 
-    void writeBackground(int width, int height) const
+    // The background and skin.xml with these elements inside the root.
+    void writeSkin(int width, int height, const juce::String& elements, const juce::String& root = "PluginEditor") const
     {
         juce::Image image(juce::Image::RGB, width, height, true);
         image.clear(image.getBounds(), backgroundColour);
         writeImage("Background.png", image);
-    }
-
-    // Writes skin.xml with these elements inside the root.
-    void writeSkin(const juce::String& elements, const juce::String& root = "PluginEditor") const
-    {
-        folder.getChildFile("skin.xml").replaceWithText("<?xml version=\"1.0\" encoding=\"UTF-8\"?>\n<" + root + " application=\"Quindrel\">\n" + elements + "\n</" + root + ">\n");
+        folder.getChildFile("skin.xml").replaceWithText("<" + root + " application=\"Quindrel\">\n" + elements + "\n</" + root + ">\n");
     }
 
     juce::File getFolder() const { return folder; }
@@ -98,77 +94,88 @@ private:
     juce::File folder = juce::File::createTempFile("skin");
 };
 
-// A Quindrel with its panel open, as a host holds them.
-class OpenPanel
+// A Quindrel played as a host plays it, with its panel open.
+class OpenPanel : public PluginTestHost
 {
 public:
-    OpenPanel()
-        : plugin(Quindrel::createInstance(PluginPaths{}))
-        , window(dynamic_cast<PluginEditorWindow*>(plugin->createEditor()))
+    explicit OpenPanel(const juce::File& settingsFile = {})
+        : PluginTestHost(48000.0, 512, settingsFile)
     {
-        pump(10);
+        reopen();
     }
 
     ~OpenPanel() { window.reset(); }
+
+    // Closed and opened again, as a host does.
+    void reopen()
+    {
+        window.reset();
+        window.reset(dynamic_cast<PluginEditorWindow*>(plugin->createEditor()));
+        pump(10);
+    }
 
     BasePluginEditor& editor() { return window->getEditor(); }
     Parameter& parameter(const juce::String& name) { return *plugin->getParameterManager().getParameter(name); }
 
     template <typename Control>
-    Control& control(const juce::String& name)
+    Control& control(const juce::String& name, juce::Component* parent = nullptr)
     {
-        auto* found = dynamic_cast<Control*>(editor().findControl(name));
+        auto* found = dynamic_cast<Control*>(parent != nullptr ? BasePluginEditor::findControl(name, *parent) : editor().findControl(name));
         if (found == nullptr)
             throw std::runtime_error(("no control " + name).toStdString());
         return *found;
     }
 
-    std::unique_ptr<Quindrel> plugin;
+    // An event as the click on its control fires it, then the updates it raised.
+    void press(const juce::String& eventName)
+    {
+        const int uid = plugin->getEvents().getUid(eventName);
+        if (uid < 0)
+            throw std::runtime_error(("no event " + eventName).toStdString());
+        editor().performEvent(uid);
+        pump();
+    }
+
     std::unique_ptr<PluginEditorWindow> window;
 };
 
+// A panel opened on a skin of the test's own, written by `write` first.
+struct SkinnedPanel : TestSkin, OpenPanel
+{
+    explicit SkinnedPanel(const std::function<void(const TestSkin&)>& write)
+        : TestSkin(write)
+    {
+    }
+};
+
+const juce::ModifierKeys leftButton(juce::ModifierKeys::leftButtonModifier);
+const juce::ModifierKeys withCtrl(juce::ModifierKeys::leftButtonModifier | juce::ModifierKeys::ctrlModifier);
+
 // A mouse event on component at (x, y), pressed at down.
 inline juce::MouseEvent mouseAt(juce::Component& component, juce::Point<float> position, juce::Point<float> down = {},
-                                juce::ModifierKeys mods = juce::ModifierKeys(juce::ModifierKeys::leftButtonModifier),
-                                int clicks = 1)
+                                juce::ModifierKeys mods = leftButton, int clicks = 1)
 {
     const auto now = juce::Time::getCurrentTime();
     return juce::MouseEvent(juce::Desktop::getInstance().getMainMouseSource(), position, mods, 1.0f, 0.0f, 0.0f, 0.0f, 0.0f,
                             &component, &component, now, down, now, clicks, position != down);
 }
 
-inline juce::ModifierKeys withCtrl()
-{
-    return juce::ModifierKeys(juce::ModifierKeys::leftButtonModifier | juce::ModifierKeys::ctrlModifier);
-}
+// The three halves of a gesture that starts at `from`.
+inline void down(juce::Component& c, juce::Point<float> from, juce::ModifierKeys mods = leftButton) { c.mouseDown(mouseAt(c, from, from, mods)); }
+inline void moveTo(juce::Component& c, juce::Point<float> to, juce::Point<float> from, juce::ModifierKeys mods = leftButton) { c.mouseDrag(mouseAt(c, to, from, mods)); }
+inline void up(juce::Component& c, juce::Point<float> at, juce::Point<float> from) { c.mouseUp(mouseAt(c, at, from, {})); }
 
 // Press, drag through the points, release at the last one.
-inline void drag(juce::Component& component, juce::Point<float> from, std::initializer_list<juce::Point<float>> path,
-                 juce::ModifierKeys mods = juce::ModifierKeys(juce::ModifierKeys::leftButtonModifier))
+inline void drag(juce::Component& component, juce::Point<float> from, std::initializer_list<juce::Point<float>> path, juce::ModifierKeys mods = leftButton)
 {
-    component.mouseDown(mouseAt(component, from, from, mods));
-    juce::Point<float> last = from;
+    down(component, from, mods);
     for (auto point : path)
-    {
-        component.mouseDrag(mouseAt(component, point, from, mods));
-        last = point;
-    }
-    component.mouseUp(mouseAt(component, last, from, mods.withoutMouseButtons()));
+        moveTo(component, point, from, mods);
+    component.mouseUp(mouseAt(component, path.size() > 0 ? *(path.end() - 1) : from, from, mods.withoutMouseButtons()));
 }
 
-inline void click(juce::Component& component, juce::ModifierKeys mods = juce::ModifierKeys(juce::ModifierKeys::leftButtonModifier))
+inline void click(juce::Component& component, juce::ModifierKeys mods = leftButton)
 {
-    const juce::Point<float> centre(component.getWidth() * 0.5f, component.getHeight() * 0.5f);
-    component.mouseDown(mouseAt(component, centre, centre, mods));
-    component.mouseUp(mouseAt(component, centre, centre, mods.withoutMouseButtons()));
+    drag(component, component.getLocalBounds().getCentre().toFloat(), {}, mods);
 }
-
-// Counts what the synchronous side of a parameter hears.
-struct GestureLog : Parameter::Listener
-{
-    void parameterChanged(Parameter&) override { ++changes; }
-    void parameterGestureBegin(Parameter&) override { ++begins; }
-    void parameterGestureEnd(Parameter&) override { ++ends; }
-    int changes = 0, begins = 0, ends = 0;
-};
 } // namespace editortest

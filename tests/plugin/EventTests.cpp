@@ -60,7 +60,6 @@ TEST(PluginEvents, UnknownAndInactiveEventsChangeNothing)
     PluginTestHost host;
     auto& plugin = *host.plugin;
     auto& params = plugin.getParameterManager();
-    EXPECT_EQ(plugin.getEvents().size(), 111 + 11 + 66) << "the table's, the base events, the sequencer's";
     const auto before = allValues(params);
     for (const int uid : { -1, 111, 999, 1000, 3028, 3029, 3046, 3100, 109, 110 })
         plugin.handleEvent(uid);

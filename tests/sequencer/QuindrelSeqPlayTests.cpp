@@ -3,6 +3,7 @@
 #include "parameters/ParameterIds.h"
 #include "sequencer/QuindrelSeq.h"
 
+#include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
 #include <functional>
@@ -35,19 +36,9 @@ struct RecordingCore : DrumMachineCore
     std::function<void(int track)> onTrigger;
 };
 
-// Every sample is within one of its expected place: the clock counts in beats.
-::testing::AssertionResult near(const std::vector<long>& actual, const std::vector<long>& expected)
-{
-    bool same = actual.size() == expected.size();
-    for (size_t i = 0; same && i < actual.size(); ++i)
-        same = std::abs(actual[i] - expected[i]) <= 1;
-    if (same)
-        return ::testing::AssertionSuccess();
-    auto failure = ::testing::AssertionFailure() << "got";
-    for (long x : actual)
-        failure << " " << x;
-    return failure;
-}
+// Hit times compared within a sample: the clock counts in beats.
+MATCHER(WithinASample, "") { return std::abs(std::get<0>(arg) - std::get<1>(arg)) <= 1; }
+::testing::Matcher<std::vector<long>> hitsAt(const std::vector<long>& expected) { return ::testing::Pointwise(WithinASample(), expected); }
 
 // Notes the pattern, variation and part in which each native pass or part begins,
 // in reserved room: logging must not allocate on the audio thread either.
@@ -262,7 +253,7 @@ TEST(SequencerHostPlay, StepVelocitiesTheAccentTrackAndTheLoop)
 
     const double base = 48.0 / 127, strong = 0.377, boost = 0.623 * 0.5;
     const double velocities[] = { base, base + strong, base + boost, base + strong + boost };
-    EXPECT_TRUE(near(rig.samplesOf(0), { 0, 6000, 12000, 18000, 24000, 30000 })) << "the loop comes round after step 3";
+    EXPECT_THAT(rig.samplesOf(0), hitsAt({ 0, 6000, 12000, 18000, 24000, 30000 })) << "the loop comes round after step 3";
     EXPECT_TRUE(rig.hitsOf(1).empty()) << "a step beyond the length played";
     const auto drums = rig.hitsOf(0), accents = rig.hitsOf(17);
     for (size_t i = 0; i < drums.size(); ++i)
@@ -291,7 +282,7 @@ TEST(SequencerHostPlay, ShuffleDelaysEverySecondStepInTheMidiOut)
         rig.plugin.runRequest = host ? 0 : 1;
         rig.host.render(6 * 6000, { PluginTestHost::noteOn(0, 12) });
 
-        EXPECT_TRUE(near(rig.noteSamples(42), { 0, 9000, 12000, 21000, 24000, 33000 })) << (host ? "host" : "native");
+        EXPECT_THAT(rig.noteSamples(42), hitsAt({ 0, 9000, 12000, 21000, 24000, 33000 })) << (host ? "host" : "native");
     }
 }
 
@@ -328,7 +319,7 @@ TEST(SequencerHostPlay, TapsAreRecordedOnTheNearerStepInBothModes)
         rig.host.render(step / 2);
         EXPECT_EQ(pattern.getTrackString(1) + pattern.getTrackString(2), "o....O..") << mode;
         EXPECT_EQ(rig.samplesOf(1), (std::vector<long>{ 0, 1000 + step / 6 })) << mode;
-        EXPECT_TRUE(near(rig.samplesOf(2), { 1000 + step })) << mode << ": a deferred tap sounds once, with its step";
+        EXPECT_THAT(rig.samplesOf(2), hitsAt({ 1000 + step })) << mode << ": a deferred tap sounds once, with its step";
     }
 
     // A second tap, of the snare, comes while the audio thread sounds the first, of the hi tom.
@@ -369,7 +360,7 @@ TEST(SequencerNativeRun, TempoAndScaleAreReadAtEveryStep)
 
     rig.plugin.runRequest = 1;
     rig.host.render(27000);
-    EXPECT_TRUE(near(rig.samplesOf(0), { 0, 1200, 2400, 3600, 4800, 7200, 9600, 14400, 19200, 20400, 21600, 22800, 24000, 26400 }));
+    EXPECT_THAT(rig.samplesOf(0), hitsAt({ 0, 1200, 2400, 3600, 4800, 7200, 9600, 14400, 19200, 20400, 21600, 22800, 24000, 26400 }));
 }
 
 TEST(SequencerNativeRun, WithoutInternalSyncTheHostGivesTempoAndNativePosition)
@@ -396,7 +387,7 @@ TEST(SequencerNativeRun, WithoutInternalSyncTheHostGivesTempoAndNativePosition)
         rig.host.render(lowestC ? 1300 : 10000);
         EXPECT_EQ(rig.plugin.nativeClock.running.load(), !lowestC) << "lowest C " << lowestC;
         rig.host.render(lowestC ? 10000 - 1300 : 0, { PluginTestHost::noteOn(0, 0) });
-        EXPECT_TRUE(near(rig.samplesOf(0), { lowestC ? 1300 : 0, 2160, 5760, 9360 })) << "lowest C " << lowestC;
+        EXPECT_THAT(rig.samplesOf(0), hitsAt({ lowestC ? 1300 : 0, 2160, 5760, 9360 })) << "lowest C " << lowestC;
     }
 
     Rig rig;
@@ -404,5 +395,5 @@ TEST(SequencerNativeRun, WithoutInternalSyncTheHostGivesTempoAndNativePosition)
     rig.plugin.setHostMode(true);
     rig.seq.getHostPatternAt(0).setTrackString(1, "oooooooooooooooo");
     rig.host.render(10000, { PluginTestHost::noteOn(1000, 12) });
-    EXPECT_TRUE(near(rig.samplesOf(1), { 1000, 1000 + 7200 })) << "a host pattern is not aligned to the host's grid";
+    EXPECT_THAT(rig.samplesOf(1), hitsAt({ 1000, 1000 + 7200 })) << "a host pattern is not aligned to the host's grid";
 }

@@ -1,32 +1,14 @@
 // quindrel-render as a user runs it: a separate process, its files, its
 // messages and its exit code.
 
+#include "support/RenderProcess.h"
+
 #include <gtest/gtest.h>
 #include <juce_audio_formats/juce_audio_formats.h>
 #include <juce_audio_processors/juce_audio_processors.h>
 
 namespace
 {
-struct Run
-{
-    int exitCode = -1;
-    juce::String output;
-};
-
-Run render(const juce::StringArray& arguments, int streams = juce::ChildProcess::wantStdOut | juce::ChildProcess::wantStdErr)
-{
-    juce::StringArray command{ QUINDREL_RENDER_PATH };
-    command.addArray(arguments);
-    juce::ChildProcess process;
-    Run run;
-    if (!process.start(command, streams))
-        return run;
-    run.output = process.readAllProcessOutput();
-    process.waitForProcessToFinish(60000); // the output can end before the process has been reaped
-    run.exitCode = (int) process.getExitCode();
-    return run;
-}
-
 juce::AudioBuffer<float> readWav(const juce::File& file, double* rate = nullptr)
 {
     juce::WavAudioFormat format;
@@ -100,7 +82,7 @@ TEST(ToolsRender, BadInputStopsTheRunWithOneLineAndWritesNothing)
     {
         juce::StringArray arguments{ "-o", wav };
         arguments.addArray(options);
-        const auto run = render(arguments, juce::ChildProcess::wantStdErr);
+        const auto run = runRender(arguments, juce::ChildProcess::wantStdErr);
         const auto what = arguments.joinIntoString(" ") + "\n" + run.output;
         EXPECT_EQ(run.exitCode, 2) << what;
         EXPECT_TRUE(run.output.startsWith("quindrel-render: ") && run.output.upToFirstOccurrenceOf("\n", false, false).contains(message)) << what;
@@ -111,14 +93,14 @@ TEST(ToolsRender, BadInputStopsTheRunWithOneLineAndWritesNothing)
         check(arguments, message, false);
     for (const auto& arguments : badCommands)
         check(arguments, "", true);
-    const auto run = render({ "--midi", groove }, juce::ChildProcess::wantStdErr);
+    const auto run = runRender({ "--midi", groove }, juce::ChildProcess::wantStdErr);
     EXPECT_TRUE(run.exitCode == 2 && run.output.startsWith("quindrel-render: no output file")) << run.output;
 }
 
 TEST(ToolsRender, AMidiGroovePlaysIntoAFloatWavOfEveryOutput)
 {
     Folder f;
-    const auto run = render({ "--midi", groove, "--rate", "44100", "--block", "100", "-o", f.path("groove.wav") });
+    const auto run = runRender({ "--midi", groove, "--rate", "44100", "--block", "100", "-o", f.path("groove.wav") });
     ASSERT_EQ(run.exitCode, 0) << run.output;
     EXPECT_TRUE(run.output.contains("peak") && run.output.contains("real time")) << run.output;
 
@@ -129,7 +111,7 @@ TEST(ToolsRender, AMidiGroovePlaysIntoAFloatWavOfEveryOutput)
     EXPECT_NEAR(audio.getNumSamples() / 44100.0, 8.0 + 2.0, 0.1); // four bars and the tail
     EXPECT_GT(audio.getMagnitude(0, 0, 4410), 0.05f) << "the first bass drum is missing";
 
-    ASSERT_EQ(render({ "--midi", groove, "--outputs", "mono", "--all-outputs", "--seconds", "1", "-o", f.path("all.wav") }).exitCode, 0);
+    ASSERT_EQ(runRender({ "--midi", groove, "--outputs", "mono", "--all-outputs", "--seconds", "1", "-o", f.path("all.wav") }).exitCode, 0);
     EXPECT_EQ(readWav(f["all.wav"]).getNumChannels(), 12);
 }
 
@@ -141,7 +123,7 @@ TEST(ToolsRender, AScriptedRenderWithASeedRepeats)
                                                "1.5\tparam\tBass Drum Rand Threshold\t0.7\n2\tevent\tNext\n3\tevent\tAccept\n");
     auto renderWithSeed = [&](const char* seed)
     {
-        const auto run = render({ "--script", script, "--random-seed", seed, "--native-pattern", "1", "-o", f.path("out.wav") });
+        const auto run = runRender({ "--script", script, "--random-seed", seed, "--native-pattern", "1", "-o", f.path("out.wav") });
         EXPECT_EQ(run.exitCode, 0) << run.output;
         juce::MemoryBlock audio;
         f["out.wav"].loadFileAsData(audio);
@@ -160,7 +142,7 @@ TEST(ToolsRender, PatternOptionsChooseWhatPlays)
     {
         auto arguments = options;
         arguments.addArray({ "--seconds", "2", "--events-out", f.path("events.tsv"), "--midi-out", f.path("out.mid"), "-o", f.path("out.wav") });
-        const auto run = render(arguments);
+        const auto run = runRender(arguments);
         EXPECT_EQ(run.exitCode, 0) << run.output;
         return juce::StringArray::fromLines(f["events.tsv"].loadFileAsString().trim());
     };
@@ -207,7 +189,7 @@ TEST(ToolsRender, AControlMapLetsTheMidiFileMoveALevel)
         ASSERT_TRUE(file.writeTo(stream));
     }
     const auto map = f.write("level.qcc", "<MidiCCMap><assign CC=\"20\" param=\"BD Level\"/></MidiCCMap>");
-    const auto run = render({ "--midi", f.path("beats.mid"), "--ccmap", map, "--rate", "48000", "-o", f.path("out.wav") });
+    const auto run = runRender({ "--midi", f.path("beats.mid"), "--ccmap", map, "--rate", "48000", "-o", f.path("out.wav") });
     ASSERT_EQ(run.exitCode, 0) << run.output;
 
     const auto audio = readWav(f["out.wav"]);
@@ -223,15 +205,15 @@ TEST(ToolsRenderPresets, AnOlderBankLoadsPlaysAndIsSavedAndListedInTheNewForm)
                                         "<QuindrelPreset name=\"Quiet\"><param name=\"BD Level\" value=\"0.1\"/></QuindrelPreset>"
                                         "<QuindrelPreset name=\"Loud\"><param name=\"BD Level\" value=\"1\"/><param name=\"BD Decay\" value=\"1\"/></QuindrelPreset>"
                                         "</QuindrelPresetBank>\n");
-    ASSERT_EQ(render({ "--preset-bank", old, "--midi", groove, "--seconds", "2", "-o", f.path("quiet.wav") }).exitCode, 0);
-    ASSERT_EQ(render({ "--preset-bank", old, "--preset", "1", "--midi", groove, "--seconds", "2", "-o", f.path("loud.wav"),
+    ASSERT_EQ(runRender({ "--preset-bank", old, "--midi", groove, "--seconds", "2", "-o", f.path("quiet.wav") }).exitCode, 0);
+    ASSERT_EQ(runRender({ "--preset-bank", old, "--preset", "1", "--midi", groove, "--seconds", "2", "-o", f.path("loud.wav"),
                        "--save-preset-bank", f.path("saved.qdprsb") })
                   .exitCode,
               0);
     EXPECT_GT(readWav(f["loud.wav"]).getRMSLevel(0, 0, 96000), 2.0f * readWav(f["quiet.wav"]).getRMSLevel(0, 0, 96000));
     EXPECT_TRUE(f["saved.qdprsb"].loadFileAsString().contains("<Preset application=\"Quindrel\" name=\"Loud\">"));
 
-    const auto listing = render({ "--list-presets", "--preset-bank", f.path("saved.qdprsb"), "--preset", "1" });
+    const auto listing = runRender({ "--list-presets", "--preset-bank", f.path("saved.qdprsb"), "--preset", "1" });
     ASSERT_EQ(listing.exitCode, 0) << listing.output;
     const auto lines = juce::StringArray::fromLines(listing.output.trimEnd());
     EXPECT_EQ(lines.size(), 1 + 2 + 128 + 1) << listing.output;
@@ -243,13 +225,13 @@ TEST(ToolsRenderState, ASavedStatePlaysWhatWasSavedAsXmlAndAsAHostsBlock)
 {
     Folder f;
     // The disco kit, whose hi hat filters are moved: they must be heard as saved.
-    ASSERT_EQ(render({ "--native-pattern", "2", "--preset", "3", "--seconds", "3", "-o", f.path("first.wav"), "--save-state", f.path("song.xml") }).exitCode, 0);
+    ASSERT_EQ(runRender({ "--native-pattern", "2", "--preset", "3", "--seconds", "3", "-o", f.path("first.wav"), "--save-state", f.path("song.xml") }).exitCode, 0);
     juce::MemoryBlock binary;
     juce::AudioProcessor::copyXmlToBinary(*juce::parseXML(f["song.xml"]), binary);
     f["song.bin"].replaceWithData(binary.getData(), binary.getSize());
 
-    ASSERT_EQ(render({ "--state", f.path("song.xml"), "--seconds", "3", "-o", f.path("xml.wav"), "--save-state", f.path("again.xml") }).exitCode, 0);
-    ASSERT_EQ(render({ "--state", f.path("song.bin"), "--seconds", "3", "-o", f.path("block.wav") }).exitCode, 0);
+    ASSERT_EQ(runRender({ "--state", f.path("song.xml"), "--seconds", "3", "-o", f.path("xml.wav"), "--save-state", f.path("again.xml") }).exitCode, 0);
+    ASSERT_EQ(runRender({ "--state", f.path("song.bin"), "--seconds", "3", "-o", f.path("block.wav") }).exitCode, 0);
     EXPECT_TRUE(f["again.xml"].hasIdenticalContentTo(f["song.xml"]));
 
     const auto a = readWav(f["first.wav"]), b = readWav(f["xml.wav"]), c = readWav(f["block.wav"]);
@@ -268,7 +250,7 @@ TEST(ToolsRenderState, SettingsAreReadOnlyAndSavedOnlyWhereAsked)
     const auto settings = f.write("in.ini", "<UserSettings application=\"Quindrel\"><PresetSettings storing=\"automatic\"/>"
                                             "<InternalSequencer><HostPlayDetection type=\"byLowestCNoteOn\"/></InternalSequencer></UserSettings>");
     const auto before = f["in.ini"].loadFileAsString();
-    ASSERT_EQ(render({ "--settings", settings, "--seconds", "0.1", "-o", f.path("x.wav"), "--save-settings", f.path("out.ini") }).exitCode, 0);
+    ASSERT_EQ(runRender({ "--settings", settings, "--seconds", "0.1", "-o", f.path("x.wav"), "--save-settings", f.path("out.ini") }).exitCode, 0);
     EXPECT_EQ(f["in.ini"].loadFileAsString(), before);
     const auto written = juce::parseXML(f["out.ini"]);
     ASSERT_NE(written, nullptr);
