@@ -62,31 +62,6 @@ TEST(EngineCore, SameCallsGiveIdenticalOutputAndForeignCallsChangeNothing)
     EXPECT_EQ(renderGroove(*a, 40000), renderGroove(*b, 40000));
 }
 
-TEST(EngineCore, EveryRateRendersEveryVoiceWithItsIndex)
-{
-    const std::pair<float, int> cases[] = { { 44100.0f, 0 }, { 48000.0f, 1 }, { 88200.0f, 2 }, { 96000.0f, 3 }, { 192000.0f, 4 }, { 22050.0f, 4 }, { 32000.0f, 4 } };
-
-    QuindrelCore core;
-    core.setParameter(58, 1.0f);
-    for (const auto& [rate, index] : cases)
-    {
-        core.setSampleRate(rate);
-        EXPECT_EQ(core.getSampleRateInfo().rateIndex, index) << rate;
-        if (rate == 192000.0f)
-        {
-            EXPECT_NEAR(core.getSampleRateInfo().rateScale, 0.2943608005366696, 1e-15);
-        }
-        EXPECT_EQ(core.getInstrument(voiceCount - 1).getSampleRateInfo().sampleRate, (double) rate);
-
-        Frame peak{};
-        for (const auto& frame : renderGroove(core, (int) rate))
-            for (size_t v = 0; v < peak.size(); ++v)
-                peak[v] = std::fmax(peak[v], std::fabs(frame[v]));
-        for (int v = 0; v < voiceCount; ++v)
-            EXPECT_GT(peak[(size_t) v], 0.01) << "voice " << v << " at " << rate;
-    }
-}
-
 // Each level row reaches its own voice only, and the law is square (linear for
 // the two hi hats): level 0.5 gives a quarter of the sound of level 1. Each knob
 // row changes its own voice only, but Hi Hat Filters Freq moves the bank's
