@@ -86,23 +86,3 @@ TEST(EngineSignalBlocks, FiltersPassAndBlockTheRightEnds)
     }
     EXPECT_NEAR(peak, 1.0, 1e-3);
 }
-
-TEST(EngineSignalBlocks, SquareOscillatorFrequencyAndDuty)
-{
-    SquareOscillator osc;
-    osc.setUp(44100.0, 0.0018399288200720838, 0.4375); // 543.5 Hz
-
-    int rising = 0, high = 0;
-    for (int i = 0; i < 44100; ++i)
-    {
-        const double previous = osc.output;
-        const double y = osc.updateOutput();
-        osc.advance();
-        ASSERT_TRUE(y == 0.5 || y == -0.5) << y;
-        rising += (previous < 0.0 && y > 0.0) ? 1 : 0;
-        high += y > 0.0 ? 1 : 0;
-    }
-    EXPECT_NEAR(rising, 543.5, 1.0);
-    // High above the threshold, up to one sample past the period before the wrap.
-    EXPECT_NEAR(high / 44100.0, (osc.period - osc.threshold + 1.0) / osc.period, 0.005);
-}
