@@ -99,15 +99,6 @@ TEST(ParametersConversions, EachTypeReadsNumbersAndTextsItsOwnWay)
     EXPECT_TRUE(s.getValue() == 2.5 && s.getNormalised() == 1.0);
     s.setBool(true, false);
     EXPECT_EQ(s.getText(), "true");
-
-    const char* texts[][2] = { { "true", "false" }, { "on", "off" }, { "1", "0" }, { "yes", "no" } };
-    for (int style = 0; style < 4; ++style)
-    {
-        BoolParameter styled(11, "styled", true, style);
-        EXPECT_EQ(styled.getText(), texts[style][0]) << "style " << style;
-        styled.setInt(0, false);
-        EXPECT_EQ(styled.getText(), texts[style][1]) << "style " << style;
-    }
 }
 
 TEST(ParametersNotification, SyncListenersRunLastFirstAndMayRemoveThemselves)

@@ -168,34 +168,23 @@ TEST(PluginShippedSkin, ControlsSitOnceInsideThePanelAsStripsOfDistinctFrames)
     }
 }
 
-TEST(PluginShippedSkin, EveryLinkAndActionBindsToThePlugin)
+// Every button fires an event the plug-in knows (the links, which the editor
+// binds to parameters, are checked on the built editor).
+TEST(PluginShippedSkin, EveryActionFiresAKnownEvent)
 {
     auto skin = shippedSkin();
     ASSERT_NE(skin, nullptr);
     PluginTestHost host;
-    int links = 0, actions = 0;
+    int actions = 0;
     for (auto* e : skin->getChildIterator())
-    {
-        const auto name = e->getStringAttribute("name");
-        if (auto* list = e->getChildByName("links"))
-            for (auto* link : list->getChildIterator())
-            {
-                ++links;
-                EXPECT_EQ(link->getStringAttribute("as"), "connectedTo") << name;
-                EXPECT_NE(host.plugin->getParameterManager().getParameter(link->getStringAttribute("param")), nullptr) << name << " links to an unknown parameter " << link->getStringAttribute("param");
-            }
         if (auto* list = e->getChildByName("actions"))
             for (auto* action : list->getChildIterator())
             {
                 ++actions;
                 const auto type = action->getStringAttribute("type");
-                EXPECT_TRUE(type == "onClick" || type == "onClickWithCtrl") << name << ": " << type;
-                EXPECT_GE(host.plugin->getEvents().getUid(action->getStringAttribute("event")), 0) << name << " fires an unknown event " << action->getStringAttribute("event");
+                EXPECT_TRUE(type == "onClick" || type == "onClickWithCtrl") << e->getStringAttribute("name") << ": " << type;
+                EXPECT_GE(host.plugin->getEvents().getUid(action->getStringAttribute("event")), 0) << e->getStringAttribute("name") << " fires an unknown event " << action->getStringAttribute("event");
             }
-    }
-    // Everything but the MIDI lamps, the options and the preset and pattern
-    // buttons links; every button acts.
-    EXPECT_GT(links, 200);
     EXPECT_GT(actions, 150);
 }
 

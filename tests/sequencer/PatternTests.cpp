@@ -106,9 +106,9 @@ TEST(SequencerPattern, CopiesKeepTheTargetsTempoAndEmptiness)
     EXPECT_EQ(b.getVariation(0).getPart(1).getLength(), 0) << "an absent part is copied as absent";
 }
 
-TEST(SequencerPattern, StepNotationRoundTrip)
+TEST(SequencerPattern, StepNotationWritesThePartsLength)
 {
-    Pattern p, read;
+    Pattern p;
     const int values[] = { 0, 1, 2, 3, 1, 0, 3, 3, 0, 0, 1, 1, 2, 0, 3, 1 };
     for (int s = 0; s < 16; ++s)
         p.setStep(4, s, values[s]);
@@ -117,11 +117,5 @@ TEST(SequencerPattern, StepNotationRoundTrip)
     EXPECT_EQ(p.getTrackString(4), ".o.Oo") << "exactly the length";
     EXPECT_EQ(Variation().getPart(1).getTrackString(0), "");
 
-    read.setTrackString(4, p.getTrackString(4));
-    read.setTrackString(1, "oooooooooooooooooooo");
-    read.setTrackString(2, "Ox-o");
-    EXPECT_EQ(read.getTrackString(4), ".o.Oo...........");
-    EXPECT_EQ(read.getTrackString(1), "oooooooooooooooo") << "16 characters at most";
-    EXPECT_EQ(read.getTrackString(2), "O..o............") << "anything else reads as off";
     EXPECT_TRUE(Tracks::indexOf("SD") == 1 && Tracks::indexOf("CH") == 16 && Tracks::indexOf("AC") == 17 && Tracks::indexOf("bd") == -1);
 }
