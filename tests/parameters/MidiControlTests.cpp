@@ -162,7 +162,7 @@ TEST_F(ParametersMidiControl, EitherOrderAndTakenControllers)
     pump();
 }
 
-TEST_F(ParametersMidiControl, LoadsOnlyAutomatableRowsOfItsOwnMaps)
+TEST_F(ParametersMidiControl, LoadsOnlyAutomatableRowsOfItsOwnMapsAndOlderOnesByShortNames)
 {
     const auto map = juce::parseXML(R"(<MidiControlMap name="Quindrel">
         <assign CC="1" param="Bass Drum Level"/>
@@ -185,10 +185,8 @@ TEST_F(ParametersMidiControl, LoadsOnlyAutomatableRowsOfItsOwnMaps)
     EXPECT_TRUE(control.canLoadMap(*juce::parseXML(R"(<MidiCCMap application="Quindrel"/>)")) && !control.canLoadMap(*juce::parseXML(R"(<MidiControlMap name="Other"/>)")));
     control.loadMap(*juce::parseXML(R"(<MidiControlMap name="Other"><assign CC="9" param="Bass Drum Level"/></MidiControlMap>)"));
     EXPECT_EQ(control.getAssignmentCount(), 0) << "loadMap empties the map even when it can read nothing";
-}
 
-TEST_F(ParametersMidiControl, OlderMapsTranslateShortNames)
-{
+    // The older form names parameters by their short names.
     const OldParameterNames old;
     const auto translate = [&old](const juce::String& n)
     { return old.getParameterName(n); };
@@ -223,12 +221,6 @@ TEST_F(ParametersMidiControl, SaveLoadSaveIsByteIdentical)
     second.getFile().replaceWithText("<PresetBank/>");
     EXPECT_FALSE(other.loadFromFile(second.getFile()));
     EXPECT_EQ(other.getAssignmentCount(), 3);
-
-    other.setDefaultMapFile(first.getFile().getFullPathName());
-    other.clear(false);
-    EXPECT_FALSE(other.loadDefaultMapIfAsked()) << "not asked for";
-    other.setLoadDefaultMap(true);
-    EXPECT_TRUE(other.loadDefaultMapIfAsked() && other.getAssignmentCount() == 3);
 }
 
 TEST_F(ParametersMidiControl, CoalescedOnTheMessageThreadInOrder)

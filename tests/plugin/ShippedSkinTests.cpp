@@ -18,22 +18,11 @@ std::unique_ptr<juce::XmlElement> shippedSkin()
     return xml != nullptr && xml->hasTagName("PluginEditor") ? std::move(xml) : nullptr;
 }
 
-struct Png
+juce::Image imageOf(const juce::String& resource)
 {
-    int width = 0, height = 0, bitDepth = 0, colourType = -1;
-};
-
-// The header of an embedded PNG: size, bit depth and colour type (2 is RGB
-// without alpha).
-Png pngHeader(const juce::String& resource)
-{
-    const auto data = Resources::loadResourceData(resource);
-    if (!data.has_value() || data->getSize() < 26)
-        return {};
-    const auto* b = static_cast<const juce::uint8*>(data->getData());
-    if (juce::String::fromUTF8((const char*) b + 1, 3) != "PNG")
-        return {};
-    return { (int) juce::ByteOrder::bigEndianInt(b + 16), (int) juce::ByteOrder::bigEndianInt(b + 20), b[24], b[25] };
+    juce::Image image;
+    Resources::loadResourceImage(resource, image);
+    return image;
 }
 
 juce::Rectangle<int> placeOf(const juce::XmlElement& e)
@@ -42,14 +31,6 @@ juce::Rectangle<int> placeOf(const juce::XmlElement& e)
     const auto* size = e.getChildByName("size");
     return { pos ? pos->getIntAttribute("left") : 0, pos ? pos->getIntAttribute("top") : 0,
              size ? size->getIntAttribute("width") : 0, size ? size->getIntAttribute("height") : 0 };
-}
-
-// The frames the editor cuts from a framed control's image.
-int framesOf(const juce::XmlElement& e)
-{
-    if (e.hasTagName("MultiStateButton"))
-        return e.getIntAttribute("states", 2) * (e.getStringAttribute("style") == "3D" ? 2 : 1);
-    return e.getChildByName("gfx")->getIntAttribute("framesNum", 1);
 }
 
 // Every image a control shows, with the frames the editor cuts from it: the
@@ -70,16 +51,15 @@ std::vector<std::pair<juce::String, int>> stripsOf(const juce::XmlElement& e)
             strips.push_back({ digits->getNumChildElements() > 0 ? digits->getChildElement(i)->getStringAttribute("resource") : digits->getStringAttribute("resource"), 11 });
         return strips;
     }
-    return { { gfx->getStringAttribute("resource"), framesOf(e) } };
+    if (e.hasTagName("MultiStateButton"))
+        return { { gfx->getStringAttribute("resource"), e.getIntAttribute("states", 2) * (e.getStringAttribute("style") == "3D" ? 2 : 1) } };
+    return { { gfx->getStringAttribute("resource"), gfx->getIntAttribute("framesNum", 1) } };
 }
 
 // How many pairs of a strip's frames look alike: no channel of any pixel
 // differs by more than a shade (gradients may round a step apart).
-int framesAlike(const juce::String& resource, int frames)
+int framesAlike(const juce::Image& strip, int frames)
 {
-    juce::Image strip;
-    if (!Resources::loadResourceImage(resource, strip))
-        return frames;
     const juce::Image::BitmapData data(strip, juce::Image::BitmapData::readOnly);
     const int frameHeight = strip.getHeight() / frames;
     auto alike = [&](int a, int b)
@@ -98,7 +78,7 @@ int framesAlike(const juce::String& resource, int frames)
 }
 } // namespace
 
-// Each control once and inside the panel. Each image is an 8-bit RGB strip of
+// Each control once and inside the panel. Each image is an RGB strip of
 // whole frames, each frame showing its own state (a lamp that does not light,
 // a knob position without its pointer or two digits alike mislead the player),
 // sized as the layout meant, with the panel's own pixels at its corners (or
@@ -122,13 +102,12 @@ TEST(PluginShippedSkin, ControlsSitOnceInsideThePanelAsStripsOfDistinctFrames)
         int width = 0, height = 0;
         for (const auto& [resource, frames] : strips)
         {
-            const auto png = pngHeader(resource);
-            EXPECT_GT(png.width, 0) << name << ": no image " << resource;
-            EXPECT_EQ(png.height % frames, 0) << resource;
-            EXPECT_TRUE(png.bitDepth == 8 && png.colourType == 2) << resource << " is not RGB without alpha";
-            EXPECT_TRUE(!seen.insert(resource).second || framesAlike(resource, frames) == 0) << resource << " has frames alike";
-            width += png.width;
-            height = juce::jmax(height, png.height / frames);
+            const auto image = imageOf(resource);
+            EXPECT_TRUE(image.isValid() && image.getHeight() % frames == 0) << name << ": no image " << resource << " of " << frames << " frames";
+            EXPECT_EQ(image.getFormat(), juce::Image::RGB) << resource << " is not RGB without alpha";
+            EXPECT_TRUE(!seen.insert(resource).second || framesAlike(image, frames) == 0) << resource << " has frames alike";
+            width += image.getWidth();
+            height = juce::jmax(height, image.getHeight() / frames);
         }
         if (e->hasTagName("NumericDisplay")) // its size is that of its digits side by side
             place.setSize(width, height);
@@ -158,8 +137,7 @@ TEST(PluginShippedSkin, ControlsSitOnceInsideThePanelAsStripsOfDistinctFrames)
         // The image decides the control's size: it must be the one the layout meant.
         EXPECT_TRUE(width == place.getWidth() && height == place.getHeight()) << name;
 
-        juce::Image strip;
-        ASSERT_TRUE(Resources::loadResourceImage(strips[0].first, strip)) << name;
+        const auto strip = imageOf(strips[0].first);
         int seams = 0;
         for (int f = 0; f < frames; ++f)
             for (const auto corner : { juce::Point<int>(), { width - 1, 0 }, { 0, height - 1 }, { width - 1, height - 1 } })
