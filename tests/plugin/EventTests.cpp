@@ -99,21 +99,13 @@ TEST(PluginEvents, PatternNumberAndStepLightsFollowTheModes)
     PluginTestHost host;
     auto& params = host.plugin->getParameterManager();
     auto& seq = *host.plugin->getQuindrelSeq();
-    auto lit = [](std::initializer_list<int> steps)
-    {
-        std::vector<double> lights(16, 0.0);
-        for (int s : steps)
-            lights[(size_t) s] = 1.0;
-        return lights;
-    };
-
     // Native play mode: the step row chooses patterns; the one a run starts with blinks.
     EXPECT_TRUE(params.getBool(nativeModeReadyState) && params.getInt(patternNumber) == 1);
     host.fire("Press Step 03");
     host.fire("Press Step 15");
     EXPECT_TRUE(seq.getBasicPattern() == 2 && seq.getFillPattern() == 14);
     EXPECT_EQ(params.getInt(patternNumber), 3) << "while stopped the chosen pattern is the one shown";
-    EXPECT_EQ(host.stepLights(), lit({ 2, 14 }));
+    EXPECT_EQ(host.stepLights(), (std::vector<double>{ 0, 0, 1, 0, 0, 0, 0, 0, 0, 0, 0, 0, 0, 0, 1, 0 }));
     EXPECT_TRUE(params.getBool(stepBlinking + 2));
     host.fire("Tap/IntroSet/FillInTrigger/Accept"); // the intro starts the run instead
     EXPECT_TRUE(seq.getStartType() == QuindrelSeq::startWithFillIn && params.getBool(stepBlinking + 14) && !params.getBool(stepBlinking + 2));
@@ -148,7 +140,7 @@ TEST(PluginEvents, PatternNumberAndStepLightsFollowTheModes)
     // No internal sequencer: nothing shown.
     host.fire("Toggle Internal Sequencer");
     EXPECT_TRUE(params.getInt(patternNumber) == 0 && params.getText(patternName) == "" && params.getValue(patternTempo) == 30.0);
-    EXPECT_EQ(host.stepLights(), lit({}));
+    EXPECT_EQ(host.stepLights(), std::vector<double>(16, 0.0));
     for (int s = 0; s < 16; ++s)
         EXPECT_FALSE(params.getBool(stepLengthState + s)) << s;
 }

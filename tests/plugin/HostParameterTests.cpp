@@ -11,8 +11,6 @@ TEST(PluginHostParameters, TheHostSeesIds0To110WithNamesAndTexts)
     auto& params = plugin.getParameterManager();
     const auto& parameters = plugin.getParameters();
     ASSERT_EQ(parameters.size(), 111);
-    for (auto* parameter : parameters)
-        EXPECT_TRUE(parameter->isAutomatable());
     EXPECT_TRUE(parameters[0]->getName(100) == "Bass Drum Level" && parameters[24]->getName(100) == "Low Conga Tunning" && parameters[110]->getName(100) == "Accent Rand Threshold");
     EXPECT_TRUE(plugin.getHostParameterName(111) == "" && plugin.getHostParameterValue(111) == 0.0f);
     plugin.setHostParameterValue(111, 0.3f);

@@ -22,12 +22,6 @@ TEST(SequencerPattern, DefaultsAndClamps)
     second.setCanBeEmpty(false);
     EXPECT_EQ(second.getLength(), 1) << "a part that may no longer be empty";
 
-    for (int scale = 0; scale <= 9; ++scale)
-    {
-        first.setScale(scale);
-        EXPECT_EQ(first.getScale(), scale == 3 || scale == 6 || scale == 8 ? scale : 4) << "scale " << scale;
-    }
-
     const double nan = std::numeric_limits<double>::quiet_NaN();
     const double shuffles[][2] = { { -0.1, 0.0 }, { 0.5, 0.5 }, { 0.8, 0.8 }, { 0.81, 0.8 }, { nan, 0.0 } };
     for (const auto& s : shuffles)
