@@ -1,7 +1,7 @@
 // The parameter manager and the tables it loads: the plug-in's parameter
-// table, the state parameters, the older short names and the event map.
+// table, the state parameters and the older short names. (The loader's odd
+// rows and the event map's duplicates come from no file a user can give.)
 
-#include "parameters/EventMap.h"
 #include "parameters/InstrumentNames.h"
 #include "parameters/OldParameterNames.h"
 #include "parameters/ParameterIds.h"
@@ -61,37 +61,6 @@ TEST(ParametersManager, AddsUniqueIdsAndNamesOnlyIgnoresUnknownIdsAndTellsItsLis
     EXPECT_TRUE(m.getNumParameters() == 0 && m.getParameter(7) == nullptr && m.getParameter("Seven") == nullptr);
 }
 
-TEST(ParametersManager, LoadsRowsByTheirAttributes)
-{
-    ParameterManager m;
-    const int added = m.loadFromXml(R"(<PluginParameters application="Test">
-        <param index="0" name="Plain"/>
-        <param index="1" name="Bounded" type="INT" min="3" max="9"/>
-        <param index="2" name="Lamp" type="state" value="1"/>
-        <param index="3" name="Flag" type="Bool" value="on"/>
-        <param index="6" name="Text" type="String" value="hello"/>
-        <param index="7" name="Host" value="0.3" auto="true"/>
-        <param index="8" name="Wrong case" type="State"/>
-        <param index="9" name="Unknown" type="double"/>
-        <param name="No index"/>
-        <param index="10"/>
-        <other index="11" name="Other tag"/>
-        <param index="0" name="Duplicate id" value="0.9"/>
-        <param index="12" name="Plain" value="0.9"/></PluginParameters>)");
-
-    EXPECT_EQ(added, 6);
-    EXPECT_EQ(m.getText(0), "0") << "no value reads as 0; the first of two rows with id 0 stays";
-    EXPECT_EQ(m.getInt(1), 3) << "int without value is 0 cut to its min";
-    EXPECT_TRUE(m.getText(2) == "on" && m.getText(3) == "true" && m.getText(6) == "hello");
-    EXPECT_TRUE(m.getParameter(7)->isAutomatable() && !m.getParameter(0)->isAutomatable());
-    EXPECT_EQ(dynamic_cast<FloatParameter*>(m.getParameter(7))->getMaximum(), 1.0f);
-    for (int id : { 8, 9, 10, 11, 12 })
-        EXPECT_EQ(m.getParameter(id), nullptr) << id;
-
-    EXPECT_EQ(m.loadFromXml("<Parameters><param index=\"20\" name=\"x\"/></Parameters>"), 0);
-    EXPECT_EQ(m.loadFromXml("not xml"), 0);
-}
-
 // The host sees exactly ids 0 to 110; the output numbers are the only integers;
 // the state parameters stay out of the host's sight.
 TEST(ParametersTable, EmbeddedTableLoadsWholeInIdOrder)
@@ -138,24 +107,4 @@ TEST(ParametersTable, OldShortNamesLeadToHostParameters)
     EXPECT_EQ(old.getParameterName("Bass Drum Level"), "") << "full names are not short names";
     EXPECT_EQ(old.getParameterName("AC Mute"), "") << "the accent has no mute";
     EXPECT_TRUE(indexOfShortCode("CP") == 11 && indexOfShortCode("AC") == accentTrack && indexOfShortCode("HH") == -1);
-}
-
-TEST(ParametersEventMap, UidsAndNamesAreUniqueAndTheEmbeddedTableIsWhole)
-{
-    EventMap map;
-    EXPECT_TRUE(map.add(5, "Start"));
-    EXPECT_FALSE(map.add(5, "Stop"));
-    EXPECT_FALSE(map.add(6, "Start"));
-    EXPECT_TRUE(map.size() == 1 && map.getName(6) == "" && map.getUid("Stop") == -1);
-
-    map.clear();
-    map.loadFromText("<Events><event name=\"A\" uid=\"3\"/></Events>");
-    EXPECT_EQ(map.size(), 0) << "another root";
-    map.loadFromText("<EventsMap><event name=\"A\"/><event name=\"B\"/><other name=\"C\" uid=\"9\"/></EventsMap>");
-    EXPECT_TRUE(map.size() == 1 && map.getUid("A") == 0) << "B has the same missing uid as A";
-
-    // The whole embedded table: the events are fired by name and uid all over the plug-in.
-    map.clear();
-    map.loadFromText(Resources::loadResourceText("events.xml"));
-    EXPECT_EQ(map.size(), 111);
 }
