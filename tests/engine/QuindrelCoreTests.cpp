@@ -36,21 +36,18 @@ Frame largestDifference(const std::vector<Frame>& a, const std::vector<Frame>& b
 }
 } // namespace
 
-TEST(EngineCore, ExactSilenceBeforeAnyTrigger)
+TEST(EngineCore, ExactSilenceBeforeAnyTriggerSameCallsSameOutputAndForeignCallsChangeNothing)
 {
-    QuindrelCore core;
+    QuindrelCore silent;
     for (int id = 0; id <= 58; ++id)
-        core.setParameter(id, 1.0f);
+        silent.setParameter(id, 1.0f);
     for (int i = 0; i < 20000; ++i)
     {
         Frame frame;
-        core.renderFrame(frame.data());
+        silent.renderFrame(frame.data());
         ASSERT_EQ(frame, Frame{}) << "at frame " << i;
     }
-}
 
-TEST(EngineCore, SameCallsGiveIdenticalOutputAndForeignCallsChangeNothing)
-{
     auto a = makeEngine(48000.0f);
     auto b = makeEngine(48000.0f);
     // Not the engine's: the accent level, mute, solo and state parameters,

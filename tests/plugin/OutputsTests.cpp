@@ -27,7 +27,7 @@ bool sidesEqual(const juce::AudioBuffer<float>& buffer, int left)
 }
 } // namespace
 
-TEST(PluginOutputs, StereoBusesCarryEachInstrumentOnBothSides)
+TEST(PluginOutputs, StereoBusesCarryEachInstrumentOnBothSidesAndThePulseOnItsOwn)
 {
     PluginTestHost host;
     auto& plugin = *host.plugin;
@@ -35,10 +35,17 @@ TEST(PluginOutputs, StereoBusesCarryEachInstrumentOnBothSides)
     EXPECT_TRUE(plugin.getTotalNumOutputChannels() == 24 && plugin.getBusCount(false) == 12);
     EXPECT_TRUE(plugin.getBus(false, 0)->getName() == "QD1" && plugin.getBus(false, 11)->getName() == "QD12");
 
-    // All on output 1 by default, unpanned.
+    // All on output 1 by default, unpanned; the trigger pulse, for output 12, off.
     const auto out = host.render(2000, { H::noteOn(0, 36), H::noteOn(0, 75) });
     EXPECT_EQ(soundingChannels(out), (std::vector<int>{ 0, 1 }));
     EXPECT_TRUE(sidesEqual(out, 0));
+    EXPECT_EQ(plugin.getTriggerOutput(), 12);
+
+    plugin.setTriggerOut(true, 0); // the bass drum fires the pulse
+    const auto pulse = host.render(48000, { H::noteOn(100, 38), H::noteOn(20000, 36) });
+    EXPECT_LT(H::peak(pulse, 22, 0, 19000), 1.0e-12f) << "the snare is not the source, nor the bass drum hit before";
+    EXPECT_GT(H::peak(pulse, 22, 19900, 4800), 0.05f);
+    EXPECT_TRUE(sidesEqual(pulse, 22));
 }
 
 TEST(PluginOutputs, MonoOutputsFromTheUserSettingsAndFewerChannelsThanDeclared)
@@ -60,21 +67,6 @@ TEST(PluginOutputs, MonoOutputsFromTheUserSettingsAndFewerChannelsThanDeclared)
     midi.addEvent(juce::MidiMessage::noteOn(1, 38, (juce::uint8) 100), 0);
     plugin.processBlock(small, midi);
     EXPECT_EQ(soundingChannels(small), (std::vector<int>{ 2 }));
-}
-
-TEST(PluginOutputs, TriggerOutPulseGoesToItsOutputWhenEnabled)
-{
-    PluginTestHost host;
-    auto& plugin = *host.plugin;
-    plugin.setInternalSequencer(false);
-    EXPECT_EQ(plugin.getTriggerOutput(), 12);
-    EXPECT_EQ(H::peak(host.render(4800, { H::noteOn(0, 36) }), 22), 0.0f) << "disabled";
-
-    plugin.setTriggerOut(true, 0); // the bass drum fires the pulse
-    const auto out = host.render(48000, { H::noteOn(100, 38), H::noteOn(20000, 36) });
-    EXPECT_LT(H::peak(out, 22, 0, 19000), 1.0e-12f) << "the snare is not the source";
-    EXPECT_GT(H::peak(out, 22, 19900, 4800), 0.05f);
-    EXPECT_TRUE(sidesEqual(out, 22));
 }
 
 TEST(PluginOutputs, SettingsXmlSkipsBadRowsAndRoundTrips)
