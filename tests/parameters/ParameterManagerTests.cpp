@@ -7,7 +7,6 @@
 #include "parameters/ParameterIds.h"
 #include "parameters/ParameterManager.h"
 #include "parameters/ParameterTypes.h"
-#include "parameters/StateParameters.h"
 #include "plugin/Resources.h"
 
 #include <gtest/gtest.h>
@@ -61,8 +60,7 @@ TEST(ParametersManager, AddsUniqueIdsAndNamesOnlyIgnoresUnknownIdsAndTellsItsLis
     EXPECT_TRUE(m.getNumParameters() == 0 && m.getParameter(7) == nullptr && m.getParameter("Seven") == nullptr);
 }
 
-// The host sees exactly ids 0 to 110; the output numbers are the only integers;
-// the state parameters stay out of the host's sight.
+// The host sees exactly ids 0 to 110; the output numbers are the only integers.
 TEST(ParametersTable, EmbeddedTableLoadsWholeInIdOrder)
 {
     ParameterManager m;
@@ -78,13 +76,6 @@ TEST(ParametersTable, EmbeddedTableLoadsWholeInIdOrder)
         else
             EXPECT_NE(dynamic_cast<FloatParameter*>(p), nullptr) << id;
     }
-
-    ParameterManager state;
-    addStateParameters(state);
-    addPresetParameters(state);
-    for (int i = 0; i < state.getNumParameters(); ++i)
-        EXPECT_FALSE(state.getParameterByIndex(i)->isAutomatable()) << state.getParameterByIndex(i)->getName();
-    EXPECT_NE(dynamic_cast<StringParameter*>(state.getParameter(ParameterIds::patternName)), nullptr);
 }
 
 TEST(ParametersTable, OldShortNamesLeadToHostParameters)

@@ -36,7 +36,7 @@ std::vector<bool> only(int index, bool value = true)
 }
 } // namespace
 
-TEST(PluginEvents, MuteAndSoloTogglesAndInverses)
+TEST(PluginEvents, MuteSoloAndSelectionButtons)
 {
     PluginTestHost host;
     auto& params = host.plugin->getParameterManager();
@@ -53,6 +53,22 @@ TEST(PluginEvents, MuteAndSoloTogglesAndInverses)
     EXPECT_EQ(flags(params, solo), only(0, false));
     host.fire("Inverse Closed Hi Hat Mute");
     EXPECT_EQ(flags(params, mute), only(16));
+
+    // Selection keeps the last track and needs editing.
+    host.fire("Select Snare Drum");
+    EXPECT_EQ(params.getInt(instrumentSelection), 0) << "not editing: ignored";
+
+    host.fire("Toggle Host Mode"); // host mode edits
+    host.fire("Select Snare Drum");
+    EXPECT_TRUE(params.getInt(instrumentSelection) == 1 && params.getInt(instrumentSelectionWithAccentFirst) == 2);
+    EXPECT_TRUE(params.getBool(selection + 1) && !params.getBool(selection + 0));
+    host.fire("Toggle Snare Drum Selection");
+    EXPECT_TRUE(params.getBool(selection + 1)) << "the only one stays";
+    host.fire("Toggle Accent Selection");
+    host.fire("Toggle Snare Drum Selection"); // now the snare may go
+    EXPECT_TRUE(!params.getBool(selection + 1) && params.getBool(selection + 17));
+    host.fire("Select Accent");
+    EXPECT_EQ(params.getInt(instrumentSelectionWithAccentFirst), 0);
 }
 
 TEST(PluginEvents, UnknownAndInactiveEventsChangeNothing)
@@ -72,26 +88,6 @@ TEST(PluginEvents, UnknownAndInactiveEventsChangeNothing)
         host.fire(name);
     EXPECT_EQ(allValues(params), off);
     EXPECT_TRUE(plugin.runRequest.load() == 0 && plugin.internalSync);
-}
-
-TEST(PluginEvents, SelectionKeepsTheLastTrackAndNeedsEditing)
-{
-    PluginTestHost host;
-    auto& params = host.plugin->getParameterManager();
-    host.fire("Select Snare Drum");
-    EXPECT_EQ(params.getInt(instrumentSelection), 0) << "not editing: ignored";
-
-    host.fire("Toggle Host Mode"); // host mode edits
-    host.fire("Select Snare Drum");
-    EXPECT_TRUE(params.getInt(instrumentSelection) == 1 && params.getInt(instrumentSelectionWithAccentFirst) == 2);
-    EXPECT_TRUE(params.getBool(selection + 1) && !params.getBool(selection + 0));
-    host.fire("Toggle Snare Drum Selection");
-    EXPECT_TRUE(params.getBool(selection + 1)) << "the only one stays";
-    host.fire("Toggle Accent Selection");
-    host.fire("Toggle Snare Drum Selection"); // now the snare may go
-    EXPECT_TRUE(!params.getBool(selection + 1) && params.getBool(selection + 17));
-    host.fire("Select Accent");
-    EXPECT_EQ(params.getInt(instrumentSelectionWithAccentFirst), 0);
 }
 
 TEST(PluginEvents, PatternNumberAndStepLightsFollowTheModes)

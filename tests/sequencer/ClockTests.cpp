@@ -84,7 +84,7 @@ TEST(SequencerClock, EventsFallOnTheFirstSamplePastEachBoundary)
             }
 }
 
-TEST(SequencerClock, ZeroPulseWidthZeroTempoStopAndRestart)
+TEST(SequencerClock, ZeroPulseWidthZeroTempoTempoChangesStopAndRestart)
 {
     // 44.1 kHz, 120 bpm: a step every 5512.5 samples. Restarted at any sample,
     // as block processing does with its gate clocks, the clock fires there.
@@ -109,6 +109,15 @@ TEST(SequencerClock, ZeroPulseWidthZeroTempoStopAndRestart)
     withoutTempo.run(100000);
     EXPECT_EQ(withoutTempo.events.size(), 1u) << "without a tempo only the first step fires";
     EXPECT_GT(still.samplesToChange, 0) << "it waits for ever, without overflow";
+
+    // 120 bpm at 48 kHz for 4000 samples, then 90: the step at 0.25 beat and
+    // its pulse end at 0.375 come at the new pace.
+    Clock changed;
+    Harness paced(changed, 48000.0, 120.0);
+    paced.run(4000);
+    changed.setTempo(90.0);
+    EXPECT_NEAR(paced.next().sample, 4000 + (0.25 - 4000.0 / 24000.0) * 32000.0, 1.0);
+    EXPECT_NEAR(paced.next().sample, 4000 + (0.375 - 4000.0 / 24000.0) * 32000.0, 1.0);
 }
 
 TEST(SequencerClock, PositionWrittenFromOutside)
@@ -152,19 +161,6 @@ TEST(SequencerClock, PositionWrittenFromOutside)
         EXPECT_EQ(h.next().state, c.states[2]) << c.what;
         EXPECT_TRUE(!c.oneASample || h.events.back().sample == at + 2) << c.what;
     }
-}
-
-TEST(SequencerClock, TempoChangeTakesEffectFromTheCurrentPosition)
-{
-    // 120 bpm, 24000 samples a beat, for 4000 samples; then 90 bpm, 32000 a
-    // beat: the step at 0.25 beat and its pulse end at 0.375 come at the new pace.
-    Clock clock;
-    Harness h(clock, 48000.0, 120.0);
-    h.run(4000);
-    clock.setTempo(90.0);
-    const double position = 4000.0 / 24000.0;
-    EXPECT_NEAR(h.next().sample, 4000 + (0.25 - position) * 32000.0, 1.0);
-    EXPECT_NEAR(h.next().sample, 4000 + (0.375 - position) * 32000.0, 1.0);
 }
 
 TEST(SequencerClock, NearPreviousStepIsStrictAtHalfway)
