@@ -93,12 +93,6 @@ TEST(ParametersConversions, EachTypeReadsNumbersAndTextsItsOwnWay)
         EXPECT_TRUE(r.asBool == any || r.p.getBool() == (r.asBool == 1)) << where;
     }
     EXPECT_DOUBLE_EQ(out.getNormalised(), 4.0 / 11.0);
-    tempo.setNormalised(0.5f, false);
-    EXPECT_DOUBLE_EQ(tempo.getNormalised(), 0.5);
-    s.setText("2.5", false);
-    EXPECT_TRUE(s.getValue() == 2.5 && s.getNormalised() == 1.0);
-    s.setBool(true, false);
-    EXPECT_EQ(s.getText(), "true");
 }
 
 TEST(ParametersNotification, SyncListenersRunLastFirstAndMayRemoveThemselves)

@@ -87,7 +87,6 @@ TEST(PluginShippedSkin, ControlsSitOnceInsideThePanelAsStripsOfDistinctFrames)
 {
     auto skin = shippedSkin();
     ASSERT_NE(skin, nullptr);
-    EXPECT_EQ(skin->getStringAttribute("application"), "Quindrel");
     juce::Image panel, font;
     ASSERT_TRUE(Resources::loadResourceImage(skin->getStringAttribute("background", "Background.png"), panel) && Resources::loadResourceImage("Fonts.png", font));
 

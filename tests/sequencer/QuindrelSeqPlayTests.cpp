@@ -19,7 +19,6 @@ struct RecordingCore : DrumMachineCore
         long sample;
         float velocity;
     };
-    RecordingCore() { hits.reserve(1 << 16); }
     void trigger(int track, float velocity) override
     {
         hits.push_back({ track, frame, velocity });
@@ -40,15 +39,10 @@ struct RecordingCore : DrumMachineCore
 MATCHER(WithinASample, "") { return std::abs(std::get<0>(arg) - std::get<1>(arg)) <= 1; }
 ::testing::Matcher<std::vector<long>> hitsAt(const std::vector<long>& expected) { return ::testing::Pointwise(WithinASample(), expected); }
 
-// Notes the pattern, variation and part in which each native pass or part begins,
-// in reserved room: logging must not allocate on the audio thread either.
+// Notes the pattern, variation and part in which each native pass or part begins.
 struct LoggingSeq : QuindrelSeq
 {
-    LoggingSeq(DrumMachine* owner, DrumMachineCore* engine)
-        : QuindrelSeq(owner, engine)
-    {
-        passes.reserve(1 << 12);
-    }
+    using QuindrelSeq::QuindrelSeq;
 
     void playNativeStep(bool late) override
     {
