@@ -4,7 +4,7 @@
 
 #include <gtest/gtest.h>
 
-TEST(PluginHostParameters, TheHostSeesIds0To110WithNamesAndTexts)
+TEST(PluginHostParameters, TheHostSeesIds0To110WithNamesAndTextsAndHearsOnlyChangesItDidNotMake)
 {
     PluginTestHost host;
     auto& plugin = *host.plugin;
@@ -35,10 +35,8 @@ TEST(PluginHostParameters, TheHostSeesIds0To110WithNamesAndTexts)
             params.setNormalised(id, value);
             EXPECT_EQ(plugin.getParameterDisplayText(id), text) << params.getName(id) << " at " << value;
         }
-}
 
-TEST(PluginHostParameters, HostChangesAreNotEchoedButOtherChangesReachTheHost)
-{
+    // The host's own changes are not echoed back to it; other changes reach it.
     struct Recorder : juce::AudioProcessorListener
     {
         void audioProcessorParameterChanged(juce::AudioProcessor*, int index, float value) override { changes.push_back({ index, value }); }
@@ -48,9 +46,6 @@ TEST(PluginHostParameters, HostChangesAreNotEchoedButOtherChangesReachTheHost)
         std::vector<std::pair<int, float>> changes;
         std::vector<int> gestures;
     } recorder;
-    PluginTestHost host;
-    auto& plugin = *host.plugin;
-    auto& params = plugin.getParameterManager();
     plugin.addListener(&recorder);
 
     plugin.getParameters()[19]->setValue(0.8f); // the host automates Bass Drum Decay

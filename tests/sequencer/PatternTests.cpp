@@ -41,7 +41,7 @@ TEST(SequencerPattern, DefaultsAndClamps)
     }
 }
 
-TEST(SequencerPattern, AccentTrackIsOffOrAccentedOnEveryWritePathButTheRawOne)
+TEST(SequencerPattern, AccentTrackIsOffOrAccentedOnEveryWritePathButTheRawOneAndTracksWriteTheirLength)
 {
     constexpr int ac = Tracks::accent;
     Pattern p, raw, copy, tracks;
@@ -67,6 +67,18 @@ TEST(SequencerPattern, AccentTrackIsOffOrAccentedOnEveryWritePathButTheRawOne)
     p.setStep(18, 0, 1);
     p.setRawStep(0, 16, true, true);
     EXPECT_TRUE(p.getStep(18, 0) == 0 && p.getStep(0, 16) == 0 && p.getStep(-1, 0) == 0) << "out of range";
+
+    // A track is written as long as its part.
+    Pattern notation;
+    const int values[] = { 0, 1, 2, 3, 1, 0, 3, 3, 0, 0, 1, 1, 2, 0, 3, 1 };
+    for (int s = 0; s < 16; ++s)
+        notation.setStep(4, s, values[s]);
+    EXPECT_EQ(notation.getTrackString(4), ".o.Oo.OO..oo..Oo") << "accent without on writes as off";
+    notation.setLength(5);
+    EXPECT_EQ(notation.getTrackString(4), ".o.Oo") << "exactly the length";
+    EXPECT_EQ(Variation().getPart(1).getTrackString(0), "");
+
+    EXPECT_TRUE(Tracks::indexOf("SD") == 1 && Tracks::indexOf("CH") == 16 && Tracks::indexOf("AC") == 17 && Tracks::indexOf("bd") == -1);
 }
 
 TEST(SequencerPattern, CopiesKeepTheTargetsTempoAndEmptiness)
@@ -98,18 +110,4 @@ TEST(SequencerPattern, CopiesKeepTheTargetsTempoAndEmptiness)
     EXPECT_TRUE(b.getName() == "Bossa" && b.getVariation(1).getShuffle() == 0.4 && b.getVariation(1).getPart(1).getLength() == 12);
     EXPECT_EQ(b.getVariation(1).getTempo(), 133.0) << "tempo is not copied";
     EXPECT_EQ(b.getVariation(0).getPart(1).getLength(), 0) << "an absent part is copied as absent";
-}
-
-TEST(SequencerPattern, StepNotationWritesThePartsLength)
-{
-    Pattern p;
-    const int values[] = { 0, 1, 2, 3, 1, 0, 3, 3, 0, 0, 1, 1, 2, 0, 3, 1 };
-    for (int s = 0; s < 16; ++s)
-        p.setStep(4, s, values[s]);
-    EXPECT_EQ(p.getTrackString(4), ".o.Oo.OO..oo..Oo") << "accent without on writes as off";
-    p.setLength(5);
-    EXPECT_EQ(p.getTrackString(4), ".o.Oo") << "exactly the length";
-    EXPECT_EQ(Variation().getPart(1).getTrackString(0), "");
-
-    EXPECT_TRUE(Tracks::indexOf("SD") == 1 && Tracks::indexOf("CH") == 16 && Tracks::indexOf("AC") == 17 && Tracks::indexOf("bd") == -1);
 }
