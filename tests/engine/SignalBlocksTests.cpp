@@ -12,8 +12,26 @@
 
 using namespace quindrel;
 
+namespace
+{
+// Steady-state gain for a constant and for an alternating input.
+template <typename Filter>
+void expectDcAndNyquistGain(Filter filter, double dc, double nyquist, const char* name)
+{
+    Filter alternating = filter;
+    double y = 0.0, z = 0.0;
+    for (int i = 0; i < 20000; ++i)
+    {
+        y = filter.process(1.0);
+        z = std::fabs(alternating.process(i % 2 == 0 ? 1.0 : -1.0));
+    }
+    EXPECT_NEAR(y, dc, 1e-9) << name << " at DC";
+    EXPECT_NEAR(z, nyquist, 1e-9) << name << " at Nyquist";
+}
+} // namespace
+
 // Each knob curve at its ends and its middle, as the equations give them.
-TEST(EngineSignalBlocks, KnobCurvesPassTheirPoints)
+TEST(EngineSignalBlocks, KnobCurvesPassTheirPointsAndFiltersTheRightEnds)
 {
     const struct
     {
@@ -38,28 +56,8 @@ TEST(EngineSignalBlocks, KnobCurvesPassTheirPoints)
     for (const auto& c : curves)
         for (int i = 0; i < 3; ++i)
             EXPECT_NEAR(c.curve(0.5 * i), c.points[i], std::fmax(c.points[i] * c.tolerance, 1e-12)) << c.name << " at " << 0.5 * i;
-}
 
-namespace
-{
-// Steady-state gain for a constant and for an alternating input.
-template <typename Filter>
-void expectDcAndNyquistGain(Filter filter, double dc, double nyquist, const char* name)
-{
-    Filter alternating = filter;
-    double y = 0.0, z = 0.0;
-    for (int i = 0; i < 20000; ++i)
-    {
-        y = filter.process(1.0);
-        z = std::fabs(alternating.process(i % 2 == 0 ? 1.0 : -1.0));
-    }
-    EXPECT_NEAR(y, dc, 1e-9) << name << " at DC";
-    EXPECT_NEAR(z, nyquist, 1e-9) << name << " at Nyquist";
-}
-} // namespace
-
-TEST(EngineSignalBlocks, FiltersPassAndBlockTheRightEnds)
-{
+    // Filters pass and block the right ends.
     Hp1 hp1;
     hp1.design(50.0, 44100.0);
     expectDcAndNyquistGain(hp1, 0.0, 1.0, "Hp1");

@@ -86,7 +86,7 @@ TEST(PluginUserSettings, PatternResourcesOfEveryKindAreLoadedAndWrittenBack)
     EXPECT_NE(host.plugin->getQuindrelSeq()->getPatternName(0, DrumMachineSeq::nativeType), "Pattern 1");
 }
 
-TEST(PluginDrumMap, TheFactoryMapAndBothFormsOfAFile)
+TEST(PluginDrumMap, TheFactoryMapBothFormsOfAFileAndSavedMapsStartingTheNextInstance)
 {
     PluginTestHost host;
     auto& plugin = *host.plugin;
@@ -116,21 +116,14 @@ TEST(PluginDrumMap, TheFactoryMapAndBothFormsOfAFile)
     EXPECT_TRUE(mapOf(plugin).empty()) << "an unknown version reads nothing";
     plugin.loadDrumMap(*juce::parseXML("<Other ver=\"1.1\"><assign midiKey=\"1\" instrument=\"SD\"/></Other>"));
     EXPECT_TRUE(mapOf(plugin).empty()) << "another root changes nothing";
-}
 
-TEST(PluginDrumMap, SavedMapsAndControlMapsStartTheNextInstance)
-{
+    // A saved map and a control map start the next instance; an older control map is read too.
     juce::TemporaryFile drumMap(".qddrmap"), controlMap(".qdccmap"), settings(".ini");
-    {
-        PluginTestHost host;
-        host.plugin->loadDrumMap(*juce::parseXML("<DrumMap ver=\"1.1\" name=\"Two\"><assign midiKey=\"20\" instrument=\"CB\"/><assign midiKey=\"21\" instrument=\"BD\"/></DrumMap>"));
-        ASSERT_TRUE(host.plugin->saveDrumMap(drumMap.getFile()));
-        EXPECT_TRUE(host.plugin->getDrumMapExtension() == ".qddrmap" && host.plugin->getDrumMapWildcard() == "*.qddrmap");
-
-        // An older control map, by the plug-in.
-        host.plugin->loadMidiMap(*juce::parseXML("<MidiCCMap><assign CC=\"10\" param=\"SD Tone\"/></MidiCCMap>"));
-        EXPECT_EQ(host.plugin->getMidiControl().getAssignment(10), host.plugin->getParameterManager().getParameter("Snare Drum Tone"));
-    }
+    plugin.loadDrumMap(*juce::parseXML("<DrumMap ver=\"1.1\" name=\"Two\"><assign midiKey=\"20\" instrument=\"CB\"/><assign midiKey=\"21\" instrument=\"BD\"/></DrumMap>"));
+    ASSERT_TRUE(plugin.saveDrumMap(drumMap.getFile()));
+    EXPECT_TRUE(plugin.getDrumMapExtension() == ".qddrmap" && plugin.getDrumMapWildcard() == "*.qddrmap");
+    plugin.loadMidiMap(*juce::parseXML("<MidiCCMap><assign CC=\"10\" param=\"SD Tone\"/></MidiCCMap>"));
+    EXPECT_EQ(plugin.getMidiControl().getAssignment(10), plugin.getParameterManager().getParameter("Snare Drum Tone"));
     const auto xml = juce::parseXML(drumMap.getFile());
     ASSERT_NE(xml, nullptr);
     EXPECT_TRUE(xml->getStringAttribute("application") == "Quindrel" && xml->getStringAttribute("ver") == "1.1" && xml->getChildElement(0)->getIntAttribute("midiKey") == 20);
