@@ -63,7 +63,7 @@ TEST(EngineCore, ExactSilenceBeforeAnyTriggerSameCallsSameOutputAndForeignCallsC
 // the two hi hats): level 0.5 gives a quarter of the sound of level 1. Each knob
 // row changes its own voice only, but Hi Hat Filters Freq moves the bank's
 // band-passes under the cymbal and both hats.
-TEST(EngineCore, LevelAndKnobRowsReachTheirVoice)
+TEST(EngineCore, LevelKnobAndMainVolumeRowsReachTheirVoices)
 {
     for (int voice = 0; voice < voiceCount; ++voice)
     {
@@ -96,10 +96,8 @@ TEST(EngineCore, LevelAndKnobRowsReachTheirVoice)
             EXPECT_EQ(difference[(size_t) v] > 1e-4, reached) << "parameter " << id << ", voice " << v << ": " << difference[(size_t) v];
         }
     }
-}
 
-TEST(EngineCore, MainVolumeZeroSilencesWhileVoicesRunOn)
-{
+    // Main volume 0 silences every voice while they run on and end on their own.
     auto core = makeEngine();
     core->setParameter(58, 0.0f);
     enginetest::renderVoice(*core, 0, 20000);

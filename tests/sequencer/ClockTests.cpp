@@ -120,7 +120,7 @@ TEST(SequencerClock, ZeroPulseWidthZeroTempoTempoChangesStopAndRestart)
     EXPECT_NEAR(paced.next().sample, 4000 + (0.375 - 4000.0 / 24000.0) * 32000.0, 1.0);
 }
 
-TEST(SequencerClock, PositionWrittenFromOutside)
+TEST(SequencerClock, PositionWrittenFromOutsideAndNearnessToThePreviousStep)
 {
     // 44.1 kHz, 120 bpm, steps of 0.25 beat, a tolerance of 0.00125 beat
     // either side of a boundary. Written below 0, the clock is silent until
@@ -161,16 +161,14 @@ TEST(SequencerClock, PositionWrittenFromOutside)
         EXPECT_EQ(h.next().state, c.states[2]) << c.what;
         EXPECT_TRUE(!c.oneASample || h.events.back().sample == at + 2) << c.what;
     }
-}
 
-TEST(SequencerClock, NearPreviousStepIsStrictAtHalfway)
-{
+    // Near the previous step: strictly before halfway.
     // Shuffle 0.5: a pair's first step lasts 1.5 steps, the second 0.5.
     ShuffledClock shuffled;
     shuffled.setShuffle(0.5);
     Clock plain;
-    const std::tuple<Clock*, double, bool> cases[] = { { &plain, 0.35, true }, { &plain, 0.375, false }, { &plain, 0.4, false }, { &plain, 0.25, false }, { &shuffled, 0.18, true }, { &shuffled, 0.1875, false }, { &shuffled, 0.2, false }, { &shuffled, 0.43, true }, { &shuffled, 0.4375, false } };
-    for (const auto& [clock, position, near] : cases)
+    const std::tuple<Clock*, double, bool> nearness[] = { { &plain, 0.35, true }, { &plain, 0.375, false }, { &plain, 0.4, false }, { &plain, 0.25, false }, { &shuffled, 0.18, true }, { &shuffled, 0.1875, false }, { &shuffled, 0.2, false }, { &shuffled, 0.43, true }, { &shuffled, 0.4375, false } };
+    for (const auto& [clock, position, near] : nearness)
     {
         clock->position = position;
         EXPECT_EQ(clock->isNearPreviousStep(), near) << (clock == &plain ? "plain" : "shuffled") << " at " << position;
