@@ -72,10 +72,8 @@ TEST(PluginBlockProcessing, MidiNotesSoundAtTheirSampleWhateverTheBlockSizeAndPa
             for (int i = 0; i < out.getNumSamples(); ++i)
                 ASSERT_EQ(out.getSample(c, i), expected.getSample(c, i)) << "block " << blockSize << " channel " << c << " sample " << i;
     }
-}
 
-TEST(PluginBlockProcessing, AnEventStampedPastTheBlockArrivesLaterAtItsPlace)
-{
+    // An event stamped past the block arrives later at its place; one before it is dropped.
     PluginTestHost host(48000.0, 256);
     host.plugin->setInternalSequencer(false);
     auto& plugin = *host.plugin;
