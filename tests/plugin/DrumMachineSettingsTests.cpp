@@ -30,7 +30,7 @@ std::map<int, int> mapOf(const DrumMachine& plugin)
 }
 } // namespace
 
-TEST(PluginUserSettings, SequencerDefaultsAndOutputNumbersReachTheLiveValuesAndComeBack)
+TEST(PluginUserSettings, SequencerDefaultsOutputNumbersAndPatternResourcesReachTheInstanceAndComeBack)
 {
     const juce::TemporaryFile settings(".ini");
     const juce::String sequencer = "<InternalSequencer><IntSeq state=\"off\"/><IntSync state=\"off\"/><HostMode state=\"on\"/>"
@@ -54,11 +54,9 @@ TEST(PluginUserSettings, SequencerDefaultsAndOutputNumbersReachTheLiveValuesAndC
     ASSERT_NE(written, nullptr);
     EXPECT_EQ(oneLine(written->getChildByName("InternalSequencer")), sequencer);
     EXPECT_EQ(written->getChildByName("AudioOutputSettings")->getChildByName("OutAssignations")->getChildByName("BD")->getIntAttribute("out"), 4);
-}
 
-TEST(PluginUserSettings, PatternResourcesOfEveryKindAreLoadedAndWrittenBack)
-{
-    const juce::TemporaryFile settings(".ini"), userBank(".qdptrbH");
+    // Pattern resources of every kind are loaded and written back.
+    const juce::TemporaryFile resourceSettings(".ini"), userBank(".qdptrbH");
     {
         QuindrelSeq source(nullptr, nullptr);
         source.getHostPatternAt(0).setName("Mine");
@@ -67,23 +65,23 @@ TEST(PluginUserSettings, PatternResourcesOfEveryKindAreLoadedAndWrittenBack)
     }
     const auto resources = "<ResourcesSettings><DMSeqRes><HostPatterns default=\"userDefinedPatterns\" file=\"" + userBank.getFile().getFullPathName() +
                            "\"/><NativePatterns default=\"clearPatterns\"/><Patterns default=\"factoryPatterns\"/></DMSeqRes></ResourcesSettings>";
-    H::writeSettings(settings.getFile(), resources);
+    H::writeSettings(resourceSettings.getFile(), resources);
     {
-        PluginTestHost host(48000.0, 512, settings.getFile());
-        auto& seq = *host.plugin->getQuindrelSeq();
+        PluginTestHost resourceHost(48000.0, 512, resourceSettings.getFile());
+        auto& seq = *resourceHost.plugin->getQuindrelSeq();
         EXPECT_EQ(seq.getPatternName(0, DrumMachineSeq::hostType), "Mine");
         EXPECT_EQ(seq.getHostPatternAt(0).getTrackString(0), "o.o.............");
         EXPECT_EQ(seq.getPatternName(3, DrumMachineSeq::nativeType), "Pattern 4") << "native patterns start cleared";
         EXPECT_EQ(seq.getNativePatternAt(3).getVariation(0).getPart(0).getTrackString(0), "................");
     }
-    const auto written = juce::parseXML(settings.getFile());
-    ASSERT_NE(written, nullptr);
-    EXPECT_EQ(oneLine(written->getChildByName("ResourcesSettings")->getChildByName("DMSeqRes")), oneLine(juce::parseXML(resources)->getChildByName("DMSeqRes")));
+    const auto writtenResources = juce::parseXML(resourceSettings.getFile());
+    ASSERT_NE(writtenResources, nullptr);
+    EXPECT_EQ(oneLine(writtenResources->getChildByName("ResourcesSettings")->getChildByName("DMSeqRes")), oneLine(juce::parseXML(resources)->getChildByName("DMSeqRes")));
 
     // An unknown word leaves the kind as it was: the factory's.
-    H::writeSettings(settings.getFile(), "<ResourcesSettings><DMSeqRes><NativePatterns default=\"someOther\"/></DMSeqRes></ResourcesSettings>");
-    PluginTestHost host(48000.0, 512, settings.getFile());
-    EXPECT_NE(host.plugin->getQuindrelSeq()->getPatternName(0, DrumMachineSeq::nativeType), "Pattern 1");
+    H::writeSettings(resourceSettings.getFile(), "<ResourcesSettings><DMSeqRes><NativePatterns default=\"someOther\"/></DMSeqRes></ResourcesSettings>");
+    PluginTestHost resourceHost(48000.0, 512, resourceSettings.getFile());
+    EXPECT_NE(resourceHost.plugin->getQuindrelSeq()->getPatternName(0, DrumMachineSeq::nativeType), "Pattern 1");
 }
 
 TEST(PluginDrumMap, TheFactoryMapBothFormsOfAFileAndSavedMapsStartingTheNextInstance)
