@@ -11,6 +11,7 @@ void QuindrelHiHat::setUpForRate()
 
 void QuindrelHiHat::designHighPass(double w)
 {
+    w = quindrel::angleBelowNyquist(w);
     highPass.designHighPass(w, std::sin(w) * 0.3333333333333333);
 }
 

@@ -10,7 +10,7 @@ void QuindrelMaracas::setTone(double x)
 
 void QuindrelMaracas::updateTone()
 {
-    const double f = 10009.0 * (toneKnob + 0.5);
+    const double f = std::fmin(10009.0 * (toneKnob + 0.5), quindrel::cornerLimit * sampleRateInfo.nyquist);
     const double t = std::tan(quindrel::pi * f / sampleRateInfo.sampleRate);
     const double n = 1.0 / (t * 0.6666666666666666 + t * t + 1.0);
     highPass.b0 = n;

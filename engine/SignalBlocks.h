@@ -12,6 +12,13 @@ namespace quindrel
 {
 constexpr double pi = 3.141592653589793;
 constexpr double twoPi = 6.283185307179586;
+
+// A tone knob asks for a corner that, at rates below 44.1 kHz, may lie past half
+// the sample rate, where the bilinear designs turn unstable and a voice runs to
+// infinity. The corner stops just short of it; at the five rates the models are
+// tuned for no knob reaches this limit, so their sound is untouched.
+constexpr double cornerLimit = 0.98; // of half the sample rate
+inline double angleBelowNyquist(double w) noexcept { return w < cornerLimit * pi ? w : cornerLimit * pi; }
 constexpr double antiDenormal = 1e-20;
 
 // Moves e towards target t by the fraction c of the distance.
