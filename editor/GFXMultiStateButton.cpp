@@ -25,11 +25,7 @@ void GFXMultiStateButton::loadFromXml(const juce::XmlElement& xml, ParameterMana
     readPos(xml);
     readSize(xml);
 
-    const auto styleName = xml.getStringAttribute("style", "2D");
-    if (styleName == "2D")
-        style = style2D;
-    else if (styleName == "3D")
-        style = style3D;
+    style = reads3DStyle(xml) ? style3D : style2D;
 
     const int states = xml.getIntAttribute("states", 2);
     if (states >= 2)

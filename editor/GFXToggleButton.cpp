@@ -63,11 +63,7 @@ void GFXToggleButton::loadFromXml(const juce::XmlElement& xml, ParameterManager&
     readPos(xml);
     readSize(xml);
 
-    const auto styleName = xml.getStringAttribute("style", "2D");
-    if (styleName == "2D")
-        style = style2D;
-    else if (styleName == "3D")
-        style = style3D;
+    style = reads3DStyle(xml) ? style3D : style2D;
 
     readGfx(xml, style == style3D ? 4 : 2);
 

@@ -128,6 +128,9 @@ protected:
     void readPos(const juce::XmlElement& xml);
     void applyBounds();
 
+    // The "style" attribute of the two-state buttons: "3D" or, by default, "2D".
+    static bool reads3DStyle(const juce::XmlElement& xml) { return xml.getStringAttribute("style", "2D") == "3D"; }
+
     // Draws frame (clamped to the strip) at the origin; false with no image.
     bool drawFrame(juce::Graphics& g, int frame) const;
 
