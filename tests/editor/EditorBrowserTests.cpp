@@ -150,4 +150,5 @@ TEST(EditorBrowser, RowsAreClickedRenamedAndDraggedKeepingTheSoundSelected)
     EXPECT_EQ(plugin.getGroupName(0), "Not used");
     EXPECT_EQ(plugin.getPresetName(plugin.getCurrentPreset()), "Kick Room");
     EXPECT_EQ(plugin.getGroupOfPreset(plugin.getCurrentPreset()), 0);
+    EXPECT_EQ(b.parameter("Current Preset Number").getInt(), plugin.getCurrentPreset());
 }

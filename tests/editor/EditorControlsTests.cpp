@@ -91,9 +91,8 @@ TEST(EditorControls, KnobDragsFromWhereItStoodWith250PixelsForTheRange)
     pump();
     EXPECT_EQ(shownFrame(knob), 2);
 
-    // The press itself moves nothing; sideways moves nothing; 50 px up is 0.2.
+    // Neither the press nor a sideways move moves it; 50 px up is 0.2.
     down(knob, { 15, 25 });
-    EXPECT_NEAR(level.getNormalised(), 0.2, 1e-6);
     moveTo(knob, { 80, 25 }, { 15, 25 });
     EXPECT_NEAR(level.getNormalised(), 0.2, 1e-6);
     moveTo(knob, { 15, -25 }, { 15, 25 });
@@ -176,7 +175,7 @@ TEST(EditorControls, OneFrameKnobAndSwitchPositions)
     EXPECT_NEAR(mode.getNormalised(), 0.1, 0.1);
 }
 
-TEST(EditorControls, ButtonsFireOnPressOrReleaseAndRepeatWhileHeld)
+TEST(EditorControls, ButtonsFireOnPressOrReleaseAndRepeatWhileHeldAndListenersMayLeave)
 {
     ControlsPanel p;
     auto& release = p.control<GFXButton>("Release");
@@ -213,9 +212,30 @@ TEST(EditorControls, ButtonsFireOnPressOrReleaseAndRepeatWhileHeld)
     up(repeat, { 10, 10 }, { 10, 10 });
     pump(250);
     EXPECT_EQ(clicks, 4) << "release stops the repeat";
+
+    // A listener may leave, and take another with it, while it is called.
+    struct Leaver : GUIController::Listener
+    {
+        void controllerEvent(GUIController& c, int) override
+        {
+            ++calls;
+            c.removeListener(this);
+            if (other != nullptr)
+                c.removeListener(other);
+        }
+        GUIController::Listener* other = nullptr;
+        int calls = 0;
+    } first, second;
+    first.other = &second;
+    static_cast<GUIController&>(release).addListener(&second);
+    static_cast<GUIController&>(release).addListener(&first);
+    const bool muted = p.muted("Bass Drum");
+    click(release);
+    EXPECT_TRUE(first.calls == 1 && second.calls == 0);
+    EXPECT_NE(p.muted("Bass Drum"), muted) << "the editor, added first, still heard it";
 }
 
-TEST(EditorControls, MultiStateButtonMovesOnlyWithItsParameter)
+TEST(EditorControls, MultiStateButtonMovesOnlyWithItsParameterAndFlashes)
 {
     ControlsPanel p;
     auto& mute = p.control<GFXMultiStateButton>("Mute");
@@ -255,18 +275,14 @@ TEST(EditorControls, MultiStateButtonMovesOnlyWithItsParameter)
     mute.setBlinking(false);
     mute.setRunningLight(false);
     EXPECT_EQ(shownFrame(mute), 2);
-}
 
-TEST(EditorControls, FlashLightsFor175MillisecondsAndRestartsWhenLit)
-{
-    ControlsPanel p;
-    auto& mute = p.control<GFXMultiStateButton>("Mute");
+    // A flash lights for 175 ms, and a flash while lit starts the time again.
+    p.parameter("Bass Drum Mute").setBool(false, true);
+    pump();
     auto& led = p.control<GFXAnimation>("Led");
-
     mute.flash();
     led.flash();
-    EXPECT_EQ(mute.getCurrentState(), 1);
-    EXPECT_EQ(led.getFrame(), 1);
+    EXPECT_TRUE(mute.getCurrentState() == 1 && led.getFrame() == 1);
     pump(110);
     mute.flash();
     pump(110);
@@ -333,31 +349,4 @@ TEST(EditorControls, RockerFiresByHalfAndPanelPassesClicksToItsChildren)
     EXPECT_EQ(box.getComponentAt(80, 50), nullptr) << "the panel itself takes no clicks";
     click(inner);
     EXPECT_TRUE(p.muted("Cow Bell")) << "the editor listens to the panel's children";
-}
-
-TEST(EditorControls, ListenersMayLeaveWhileTheyAreCalled)
-{
-    ControlsPanel p;
-    auto& release = p.control<GFXButton>("Release");
-
-    struct Leaver : GUIController::Listener
-    {
-        void controllerEvent(GUIController& c, int) override
-        {
-            ++calls;
-            c.removeListener(this);
-            if (other != nullptr)
-                c.removeListener(other);
-        }
-        GUIController::Listener* other = nullptr;
-        int calls = 0;
-    } first, second;
-    first.other = &second;
-    static_cast<GUIController&>(release).addListener(&second);
-    static_cast<GUIController&>(release).addListener(&first);
-
-    click(release);
-    EXPECT_EQ(first.calls, 1);
-    EXPECT_EQ(second.calls, 0);
-    EXPECT_TRUE(p.muted("Bass Drum")) << "the editor, added first, still heard it";
 }

@@ -45,113 +45,100 @@ void choose(ComboBoxEx& box, const juce::String& text)
 }
 } // namespace
 
-TEST(EditorOptions, EveryPageShowsTheSettingsWritesAChangeAtOnceAndTheNextInstanceStartsWithIt)
+TEST(EditorOptions, EveryPageShowsTheSettingsAndWritesAChangeAtOnce)
 {
     juce::TemporaryFile settings(".ini"), userBank(".qdprsb"), hostBank(".qdptrbH"), savedMap(".qddrmap");
-    const auto folder = settings.getFile().getParentDirectory();
-    const auto mapWithoutExtension = folder.getChildFile("my-kit-map");
-    const auto ccMap = folder.getChildFile("options-default.qdccmap");
-    {
-        OpenPanel first(settings.getFile());
-        auto& plugin = *first.plugin;
+    const auto mapWithoutExtension = settings.getFile().getSiblingFile("my-kit-map");
+    const auto ccMap = settings.getFile().getSiblingFile("options-default.qdccmap");
+    OpenPanel first(settings.getFile());
+    auto& plugin = *first.plugin;
 
-        // Values the plug-in holds before the window opens show in it.
-        plugin.setPresetStoring(BasePluginOldStyle::automatic);
-        plugin.setPresetsResource(BasePluginOldStyle::userDefinedPresets, userBank.getFile().getFullPathName());
-        plugin.setStoredInstrumentOutput(3, 5);
-        plugin.setStoredOutputType(DrumMachine::monoOutputs);
-        plugin.defaultHostMode = true;
-        plugin.hostPlayDetection = DrumMachine::byLowestCNoteOn;
-        plugin.getSequencer()->nativeResourceKind = DrumMachineSeq::clearPatterns;
-        plugin.setDrumMapSource(1, savedMap.getFile().getFullPathName());
-        plugin.getMidiControl().setLoadDefaultMap(true);
-        plugin.getMidiControl().setDefaultMapFile(ccMap.getFullPathName());
+    // Values the plug-in holds before the window opens show in it.
+    plugin.setPresetStoring(BasePluginOldStyle::automatic);
+    plugin.setPresetsResource(BasePluginOldStyle::userDefinedPresets, userBank.getFile().getFullPathName());
+    plugin.setStoredInstrumentOutput(3, 5);
+    plugin.setStoredOutputType(DrumMachine::monoOutputs);
+    plugin.defaultHostMode = true;
+    plugin.hostPlayDetection = DrumMachine::byLowestCNoteOn;
+    plugin.getSequencer()->nativeResourceKind = DrumMachineSeq::clearPatterns;
+    plugin.setDrumMapSource(1, savedMap.getFile().getFullPathName());
+    plugin.getMidiControl().setLoadDefaultMap(true);
+    plugin.getMidiControl().setDefaultMapFile(ccMap.getFullPathName());
 
-        first.editor().performEvent(BasePluginEditor::optionsEvent);
-        auto& options = *first.editor().getOptionsWindow();
-        EXPECT_EQ(options.getTabs().getCurrentTabIndex(), 0) << "the MIDI page first";
+    first.editor().performEvent(BasePluginEditor::optionsEvent);
+    auto& options = *first.editor().getOptionsWindow();
+    EXPECT_EQ(options.getTabs().getCurrentTabIndex(), 0) << "the MIDI page first";
 
-        auto& presets = page<Presets>(first, "Presets");
-        auto& outputs = page<Outputs>(first, "Outputs");
-        auto& sequencer = page<Sequencer>(first, "Sequencer");
-        auto& patterns = page<Patterns>(first, "Patterns");
-        auto& drumMap = page<DrumMap>(first, "Drum map");
-        auto& midi = *first.editor().getMidiControlComponent();
-        EXPECT_EQ(presets.getStoring().getSelectedIndex(), 0);
-        EXPECT_FALSE(presets.getChanging().isEnabled()) << "this plug-in has no changing option";
-        EXPECT_EQ(presets.getDefaultPresets().getSelectedIndex(), 2);
-        EXPECT_EQ(presets.getDefaultPresets().getPath(), userBank.getFile().getFullPathName());
-        EXPECT_TRUE(presets.getDefaultPresets().getPathComponent().isEnabled());
-        EXPECT_EQ(outputs.getOutputBox(3).getText(), "5");
-        EXPECT_EQ(outputs.getOutputType().getSelectedIndex(), 1);
-        EXPECT_EQ(outputs.getTriggerBox().getText(), " - None - ");
-        EXPECT_TRUE(sequencer.getDefaultBox(2).isChecked());
-        EXPECT_EQ(sequencer.getDetection().getSelectedIndex(), 1);
-        EXPECT_EQ(patterns.getNativePatterns().getSelectedIndex(), 1);
-        EXPECT_FALSE(patterns.getNativePatterns().getPathComponent().isEnabled());
-        EXPECT_EQ(drumMap.getDefaultMap().getSelectedIndex(), 1);
-        EXPECT_EQ(drumMap.getKeysText(14), "49 (C#2), 51 (D#2), 52 (E2), 59 (B2)");
-        EXPECT_TRUE(midi.getDefaultMapBox().isChecked());
+    auto& presets = page<Presets>(first, "Presets");
+    auto& outputs = page<Outputs>(first, "Outputs");
+    auto& sequencer = page<Sequencer>(first, "Sequencer");
+    auto& patterns = page<Patterns>(first, "Patterns");
+    auto& drumMap = page<DrumMap>(first, "Drum map");
+    auto& midi = *first.editor().getMidiControlComponent();
+    EXPECT_EQ(presets.getStoring().getSelectedIndex(), 0);
+    EXPECT_FALSE(presets.getChanging().isEnabled()) << "this plug-in has no changing option";
+    EXPECT_EQ(presets.getDefaultPresets().getSelectedIndex(), 2);
+    EXPECT_EQ(presets.getDefaultPresets().getPath(), userBank.getFile().getFullPathName());
+    EXPECT_TRUE(presets.getDefaultPresets().getPathComponent().isEnabled());
+    EXPECT_EQ(outputs.getOutputBox(3).getText(), "5");
+    EXPECT_EQ(outputs.getOutputType().getSelectedIndex(), 1);
+    EXPECT_EQ(outputs.getTriggerBox().getText(), " - None - ");
+    EXPECT_TRUE(sequencer.getDefaultBox(2).isChecked());
+    EXPECT_EQ(sequencer.getDetection().getSelectedIndex(), 1);
+    EXPECT_EQ(patterns.getNativePatterns().getSelectedIndex(), 1);
+    EXPECT_FALSE(patterns.getNativePatterns().getPathComponent().isEnabled());
+    EXPECT_EQ(drumMap.getDefaultMap().getSelectedIndex(), 1);
+    EXPECT_EQ(drumMap.getKeysText(14), "49 (C#2), 51 (D#2), 52 (E2), 59 (B2)");
+    EXPECT_TRUE(midi.getDefaultMapBox().isChecked());
 
-        // Each change reaches the plug-in as it is made.
-        press(presets.getStoring().getButton(1));
-        EXPECT_EQ(plugin.getPresetStoring(), BasePluginOldStyle::onDemand);
-        press(presets.getDefaultPresets().getButton(1));
-        EXPECT_EQ(plugin.getPresetsResourceKind(), BasePluginOldStyle::clearPresets);
-        EXPECT_EQ(first.editor().getStatusBar()->getMessage(), "Default Presets settings will be affected when plugin is loaded.");
+    // Each change reaches the plug-in as it is made.
+    press(presets.getStoring().getButton(1));
+    EXPECT_EQ(plugin.getPresetStoring(), BasePluginOldStyle::onDemand);
+    press(presets.getDefaultPresets().getButton(1));
+    EXPECT_EQ(plugin.getPresetsResourceKind(), BasePluginOldStyle::clearPresets);
+    EXPECT_EQ(first.editor().getStatusBar()->getMessage(), "Default Presets settings will be affected when plugin is loaded.");
 
-        choose(outputs.getOutputBox(1), "7");
-        EXPECT_EQ(plugin.getStoredInstrumentOutput(1), 7);
-        EXPECT_EQ(plugin.getInstrumentOutput(1), 1) << "a default, not the output in use";
-        plugin.setInstrumentOutput(12, 9);
-        outputs.getSetFromCurrentButton().click({});
-        EXPECT_EQ(plugin.getStoredInstrumentOutput(12), 9);
-        EXPECT_EQ(plugin.getStoredInstrumentOutput(1), 1) << "every default takes the output in use";
-        EXPECT_EQ(outputs.getOutputBox(12).getText(), "9");
-        press(outputs.getOutputType().getButton(0));
-        EXPECT_EQ(plugin.getStoredOutputType(), DrumMachine::stereoOutputs);
-        choose(outputs.getTriggerBox(), "11");
-        EXPECT_TRUE(plugin.getCore()->isTriggerOutEnabled());
-        EXPECT_EQ(plugin.getTriggerOutput(), 11);
-        choose(outputs.getTriggerSourceBox(), "Cow Bell");
-        EXPECT_EQ(plugin.getCore()->triggerOutSource, 12);
+    choose(outputs.getOutputBox(1), "7");
+    EXPECT_EQ(plugin.getStoredInstrumentOutput(1), 7);
+    EXPECT_EQ(plugin.getInstrumentOutput(1), 1) << "a default, not the output in use";
+    plugin.setInstrumentOutput(12, 9);
+    outputs.getSetFromCurrentButton().click({});
+    EXPECT_EQ(plugin.getStoredInstrumentOutput(12), 9);
+    EXPECT_EQ(plugin.getStoredInstrumentOutput(1), 1) << "every default takes the output in use";
+    EXPECT_EQ(outputs.getOutputBox(12).getText(), "9");
+    press(outputs.getOutputType().getButton(0));
+    EXPECT_EQ(plugin.getStoredOutputType(), DrumMachine::stereoOutputs);
+    choose(outputs.getTriggerBox(), "11");
+    EXPECT_TRUE(plugin.getCore()->isTriggerOutEnabled());
+    EXPECT_EQ(plugin.getTriggerOutput(), 11);
+    choose(outputs.getTriggerSourceBox(), "Cow Bell");
+    EXPECT_EQ(plugin.getCore()->triggerOutSource, 12);
 
-        press(sequencer.getDefaultBox(3).getButton());
-        EXPECT_TRUE(plugin.defaultNoteOffMode);
-        EXPECT_FALSE(plugin.noteOffMode) << "a default changes nothing in use";
-        press(sequencer.getDetection().getButton(0));
-        EXPECT_EQ(plugin.hostPlayDetection.load(), DrumMachine::byTransportChange);
+    press(sequencer.getDefaultBox(3).getButton());
+    EXPECT_TRUE(plugin.defaultNoteOffMode);
+    EXPECT_FALSE(plugin.noteOffMode) << "a default changes nothing in use";
+    press(sequencer.getDetection().getButton(0));
+    EXPECT_EQ(plugin.hostPlayDetection.load(), DrumMachine::byTransportChange);
 
-        press(patterns.getHostPatterns().getButton(2));
-        patterns.getHostPatterns().getPathComponent().choose(hostBank.getFile());
-        EXPECT_EQ(plugin.getSequencer()->hostResourceKind, DrumMachineSeq::userDefinedPatterns);
-        EXPECT_EQ(plugin.getSequencer()->hostResourceFile, hostBank.getFile().getFullPathName());
+    press(patterns.getHostPatterns().getButton(2));
+    patterns.getHostPatterns().getPathComponent().choose(hostBank.getFile());
+    EXPECT_EQ(plugin.getSequencer()->hostResourceKind, DrumMachineSeq::userDefinedPatterns);
+    EXPECT_EQ(plugin.getSequencer()->hostResourceFile, hostBank.getFile().getFullPathName());
 
-        ASSERT_TRUE(drumMap.saveMap(mapWithoutExtension));
-        EXPECT_TRUE(mapWithoutExtension.withFileExtension(".qddrmap").existsAsFile());
-        savedMap.getFile().replaceWithText(R"(<DrumMap application="Quindrel" ver="1.1" name="Mine"><assign midiKey="60" instrument="CY"/></DrumMap>)");
-        ASSERT_TRUE(drumMap.loadMap(savedMap.getFile()));
-        EXPECT_EQ(plugin.getKeyInstrument(60), 14);
-        EXPECT_EQ(drumMap.getKeysText(14), "60 (C3)");
-        EXPECT_EQ(drumMap.getKeysText(0), "---");
+    ASSERT_TRUE(drumMap.saveMap(mapWithoutExtension));
+    EXPECT_TRUE(mapWithoutExtension.withFileExtension(".qddrmap").existsAsFile());
+    savedMap.getFile().replaceWithText(R"(<DrumMap application="Quindrel" ver="1.1" name="Mine"><assign midiKey="60" instrument="CY"/></DrumMap>)");
+    ASSERT_TRUE(drumMap.loadMap(savedMap.getFile()));
+    EXPECT_EQ(plugin.getKeyInstrument(60), 14);
+    EXPECT_EQ(drumMap.getKeysText(14), "60 (C3)");
+    EXPECT_EQ(drumMap.getKeysText(0), "---");
 
-        press(midi.getDefaultMapBox().getCheckBox().getButton());
-        EXPECT_FALSE(plugin.getMidiControl().getLoadDefaultMap());
-        EXPECT_EQ(first.editor().getStatusBar()->getMessage(), "Default Map settings will be affected when plugin is loaded.");
+    press(midi.getDefaultMapBox().getCheckBox().getButton());
+    EXPECT_FALSE(plugin.getMidiControl().getLoadDefaultMap());
+    EXPECT_EQ(first.editor().getStatusBar()->getMessage(), "Default Map settings will be affected when plugin is loaded.");
 
-        click(first.control<GFXButton>("CloseButton", &options));
-        EXPECT_FALSE(options.isShown());
-    }
-
-    // The next instance starts from the file and shows it.
-    OpenPanel next(settings.getFile());
-    next.editor().performEvent(BasePluginEditor::optionsEvent);
-    EXPECT_EQ(page<Presets>(next, "Presets").getStoring().getSelectedIndex(), 1);
-    EXPECT_EQ(page<Outputs>(next, "Outputs").getOutputBox(12).getText(), "9");
-    EXPECT_TRUE(page<Sequencer>(next, "Sequencer").getCurrentBox(3).isChecked()) << "the default note-off mode is in use";
-    EXPECT_EQ(page<Patterns>(next, "Patterns").getHostPatterns().getPath(), hostBank.getFile().getFullPathName());
-    EXPECT_EQ(page<DrumMap>(next, "Drum map").getKeysText(14), "60 (C3)") << "the user's map at start";
-    EXPECT_FALSE(next.editor().getMidiControlComponent()->getDefaultMapBox().isChecked());
+    click(first.control<GFXButton>("CloseButton", &options));
+    EXPECT_FALSE(options.isShown());
     mapWithoutExtension.withFileExtension(".qddrmap").deleteFile();
 }
 

@@ -179,19 +179,6 @@ TEST(PresetsPlugin, StartUpTakesTheBankTheUserChose)
     EXPECT_EQ(cleared->getPresetValue(5, 32), 1.0f) << "cleared presets take the default preset's values";
 }
 
-TEST(PresetsPlugin, MovesKeepTheSameSoundSelected)
-{
-    auto plugin = makePlugin();
-    plugin->selectAndApplyPreset(3);
-    const auto name = plugin->getPresetName(3);
-    plugin->movePreset(0, 1, 3, 20);
-    EXPECT_TRUE(plugin->getCurrentPreset() == 20 && plugin->getPresetName(20) == name);
-    EXPECT_EQ(plugin->getGroupCount(0) + plugin->getGroupCount(1), 128);
-    plugin->moveGroup(1, 0);
-    EXPECT_EQ(plugin->getPresetName(plugin->getCurrentPreset()), name);
-    EXPECT_EQ(plugin->getParameterManager().getInt(ParameterIds::currentPresetNumber), plugin->getCurrentPreset());
-}
-
 TEST(PresetsPlugin, AProgramChangeSoundsFromItsSample)
 {
     // A long bass drum from sample 0; the program change comes mid-block.

@@ -58,23 +58,3 @@ TEST(PresetsUserSettings, ANewInstanceStartsAsTheLastOneLeftItAndFromDefaultsWit
                                        "<InternalSequencer><HostMode state=\"on\"/></InternalSequencer></UserSettings>");
     expectFactoryDefaults(*makePlugin(settings.getFile()), "another plug-in's file");
 }
-
-TEST(PresetsUserSettings, OfTwoInstancesTheLastClosedWinsTheFile)
-{
-    juce::TemporaryFile settings(".ini");
-    for (const bool automaticClosesLast : { true, false })
-    {
-        auto automatic = makePlugin(settings.getFile());
-        auto onDemand = makePlugin(settings.getFile());
-        automatic->setPresetStoring(BasePluginOldStyle::automatic);
-        onDemand->setPresetStoring(BasePluginOldStyle::onDemand);
-
-        if (automaticClosesLast)
-            onDemand.reset();
-        automatic.reset();
-        onDemand.reset();
-
-        EXPECT_EQ(makePlugin(settings.getFile())->getPresetStoring(),
-                  automaticClosesLast ? BasePluginOldStyle::automatic : BasePluginOldStyle::onDemand);
-    }
-}
