@@ -48,12 +48,18 @@ const juce::String learnPrompt = "Waiting for a controller or parameter movement
 TEST(EditorPanel, ARandomizedTrackShowsItsThresholdKnobWhereTheLevelKnobWas)
 {
     Panel p;
-    auto& level = p.control<GFXKnob>("SnareDrumLevelKnob");
-    auto& threshold = p.control<GFXKnob>("SnareDrumRandThresholdKnob");
-    auto& led = p.control<GFXAnimation>("SnareDrumLevelModeLed");
-    EXPECT_TRUE(level.isVisible());
-    EXPECT_FALSE(threshold.isVisible()) << "the opening sends every parameter, Rand State off among them";
-    EXPECT_FALSE(led.isBlinking());
+    // The threshold knob in the level knob's place, and the track's lamp blinking.
+    const auto randomized = [&p](const juce::String& track)
+    {
+        auto& level = p.control<GFXKnob>(track + "LevelKnob");
+        auto& threshold = p.control<GFXKnob>(track + "RandThresholdKnob");
+        const bool lamp = p.control<GFXAnimation>(track + "LevelModeLed").isBlinking();
+        EXPECT_EQ(level.isVisible(), !threshold.isVisible()) << track;
+        EXPECT_EQ(threshold.getBounds(), level.getBounds()) << track;
+        EXPECT_EQ(lamp, threshold.isVisible()) << track;
+        return threshold.isVisible();
+    };
+    EXPECT_FALSE(randomized("SnareDrum")) << "the opening sends every parameter, Rand State off among them";
 
     p.press("Toggle Pattern Write Mode");
     p.press("Select Snare Drum");
@@ -61,29 +67,20 @@ TEST(EditorPanel, ARandomizedTrackShowsItsThresholdKnobWhereTheLevelKnobWas)
     const auto emptyHint = p.status().getMessage();
     EXPECT_TRUE(emptyHint.startsWith("Choose tracks")) << emptyHint;
     EXPECT_TRUE(p.control<GFXMultiStateButton>("PattRandModeButton").isBlinking());
-    EXPECT_TRUE(level.isVisible()) << "no result yet";
+    EXPECT_FALSE(randomized("SnareDrum")) << "no result yet";
 
     p.press("Next");
-    EXPECT_FALSE(level.isVisible());
-    EXPECT_TRUE(threshold.isVisible());
-    EXPECT_EQ(threshold.getBounds(), level.getBounds());
-    EXPECT_TRUE(led.isBlinking());
+    EXPECT_TRUE(randomized("SnareDrum"));
     EXPECT_TRUE(p.status().getMessage().startsWith("Tune the amount")) << "the hint follows the result";
     EXPECT_EQ(p.status().getPriority(), QuindrelEditor::hintPriority);
-    EXPECT_TRUE(p.control<GFXKnob>("BassDrumLevelKnob").isVisible()) << "a track outside the result keeps its level knob";
-    EXPECT_FALSE(p.control<GFXAnimation>("BassDrumLevelModeLed").isBlinking());
+    EXPECT_FALSE(randomized("BassDrum")) << "a track outside the result keeps its level knob";
 
-    // Closed and opened again, the panel comes up as the plug-in stands.
     p.reopen();
-    EXPECT_FALSE(p.control<GFXKnob>("SnareDrumLevelKnob").isVisible());
-    EXPECT_TRUE(p.control<GFXKnob>("SnareDrumRandThresholdKnob").isVisible());
-    EXPECT_TRUE(p.control<GFXAnimation>("SnareDrumLevelModeLed").isBlinking());
+    EXPECT_TRUE(randomized("SnareDrum")) << "closed and opened again, the panel comes up as the plug-in stands";
 
     // Cancelled, the panel is as before and the hint goes.
     p.press("Toggle Randomizer");
-    EXPECT_TRUE(p.control<GFXKnob>("SnareDrumLevelKnob").isVisible());
-    EXPECT_FALSE(p.control<GFXKnob>("SnareDrumRandThresholdKnob").isVisible());
-    EXPECT_FALSE(p.control<GFXAnimation>("SnareDrumLevelModeLed").isBlinking());
+    EXPECT_FALSE(randomized("SnareDrum"));
     EXPECT_FALSE(p.control<GFXMultiStateButton>("PattRandModeButton").isBlinking());
     EXPECT_TRUE(p.status().getMessage().isEmpty());
 }
@@ -311,9 +308,6 @@ TEST(EditorPanel, TypedNamesNameTheEditedPatternOnlyWhileWritingAndTheCurrentPre
     type(preset, "Dusty Kit");
     EXPECT_EQ(p.plugin->getPresetName(current), "Dusty Kit");
     EXPECT_EQ(preset.getText(), "Dusty Kit");
-    p.press("Select next preset");
-    p.press("Select previous preset");
-    EXPECT_EQ(preset.getText(), "Dusty Kit") << "the name stays with its preset";
 }
 
 TEST(EditorPanel, PatternFilesGetTheirExtensionAndComeBackIntoTheEditedSlot)
@@ -324,16 +318,8 @@ TEST(EditorPanel, PatternFilesGetTheirExtensionAndComeBackIntoTheEditedSlot)
     const auto folder = juce::File::createTempFile("patterns");
     ASSERT_TRUE(folder.createDirectory());
     constexpr int single = DrumMachineEditor::singlePatternItem, bank = DrumMachineEditor::patternBankItem, native = DrumMachineSeq::nativeType;
-    const auto bassSteps = [&]
-    {
-        int n = 0;
-        for (int step = 0; step < 16; ++step)
-            n += sequencer->getStep(0, step) != 0 ? 1 : 0;
-        return n;
-    };
     p.press("Toggle Pattern Write Mode");
-    const int steps = bassSteps();
-    ASSERT_GT(steps, 0);
+    const auto bass = sequencer->getEditedPattern()->getTrackString(0);
 
     ASSERT_TRUE(editor.savePatternFile(folder.getChildFile("groove"), single, native));
     const auto saved = folder.getChildFile("groove" + sequencer->getPatternFileExtension(native));
@@ -343,9 +329,9 @@ TEST(EditorPanel, PatternFilesGetTheirExtensionAndComeBackIntoTheEditedSlot)
     EXPECT_TRUE(folder.getChildFile("kit.xml").existsAsFile()) << "an extension the user typed is kept";
 
     p.press("Clear All Instruments");
-    ASSERT_EQ(bassSteps(), 0);
+    ASSERT_NE(sequencer->getEditedPattern()->getTrackString(0), bass);
     ASSERT_TRUE(editor.loadPatternFile(saved, single, native));
-    EXPECT_EQ(bassSteps(), steps);
+    EXPECT_EQ(sequencer->getEditedPattern()->getTrackString(0), bass);
     EXPECT_EQ(p.parameter("Step 01 State").getValue() > 0.0, sequencer->getStep(p.plugin->selectedTrack, 0) != 0)
         << "the step keys show the loaded pattern";
     EXPECT_FALSE(editor.loadPatternFile(folder.getChildFile("kit.xml"), single, native)) << "a bank is no single pattern";
