@@ -123,8 +123,7 @@ TEST(ToolsRender, AScriptedRenderWithASeedRepeats)
                                                "1.5\tparam\tBass Drum Rand Threshold\t0.7\n2\tevent\tNext\n3\tevent\tAccept\n");
     auto renderWithSeed = [&](const char* seed)
     {
-        const auto run = runRender({ "--script", script, "--random-seed", seed, "--native-pattern", "1", "-o", f.path("out.wav") });
-        EXPECT_EQ(run.exitCode, 0) << run.output;
+        EXPECT_EQ(runRender({ "--script", script, "--random-seed", seed, "--native-pattern", "1", "-o", f.path("out.wav") }).exitCode, 0);
         juce::MemoryBlock audio;
         f["out.wav"].loadFileAsData(audio);
         return audio;
@@ -234,14 +233,10 @@ TEST(ToolsRenderState, ASavedStatePlaysWhatWasSavedAsXmlAndAsAHostsBlock)
     ASSERT_EQ(runRender({ "--state", f.path("song.bin"), "--seconds", "3", "-o", f.path("block.wav") }).exitCode, 0);
     EXPECT_TRUE(f["again.xml"].hasIdenticalContentTo(f["song.xml"]));
 
-    const auto a = readWav(f["first.wav"]), b = readWav(f["xml.wav"]), c = readWav(f["block.wav"]);
-    ASSERT_TRUE(a.getNumSamples() == b.getNumSamples() && b.getNumSamples() == c.getNumSamples());
+    const auto a = readWav(f["first.wav"]);
     EXPECT_GT(a.getRMSLevel(0, 0, a.getNumSamples()), 0.01f);
-    for (int i = 0; i < a.getNumSamples(); ++i)
-    {
-        ASSERT_EQ(a.getSample(0, i), b.getSample(0, i)) << "the restored song plays something else from sample " << i;
-        ASSERT_EQ(b.getSample(0, i), c.getSample(0, i)) << "XML and binary block differ at " << i;
-    }
+    EXPECT_TRUE(f["xml.wav"].hasIdenticalContentTo(f["first.wav"])) << "the restored song plays something else";
+    EXPECT_TRUE(f["block.wav"].hasIdenticalContentTo(f["first.wav"])) << "XML and binary block differ";
 }
 
 TEST(ToolsRenderState, SettingsAreReadOnlyAndSavedOnlyWhereAsked)
@@ -252,8 +247,6 @@ TEST(ToolsRenderState, SettingsAreReadOnlyAndSavedOnlyWhereAsked)
     const auto before = f["in.ini"].loadFileAsString();
     ASSERT_EQ(runRender({ "--settings", settings, "--seconds", "0.1", "-o", f.path("x.wav"), "--save-settings", f.path("out.ini") }).exitCode, 0);
     EXPECT_EQ(f["in.ini"].loadFileAsString(), before);
-    const auto written = juce::parseXML(f["out.ini"]);
-    ASSERT_NE(written, nullptr);
-    EXPECT_EQ(written->getChildByName("PresetSettings")->getStringAttribute("storing"), "automatic");
-    EXPECT_EQ(written->getChildByName("InternalSequencer")->getChildByName("HostPlayDetection")->getStringAttribute("type"), "byLowestCNoteOn");
+    const auto written = f["out.ini"].loadFileAsString();
+    EXPECT_TRUE(written.contains("<PresetSettings storing=\"automatic\"/>") && written.contains("<HostPlayDetection type=\"byLowestCNoteOn\"/>")) << written;
 }
