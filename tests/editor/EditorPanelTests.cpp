@@ -202,30 +202,18 @@ TEST(EditorPanel, EveryInstrumentTriggeredBetweenTwoLooksFlashesOnce)
     p.plugin->setInternalSequencer(false); // notes play the drums
     pump();
 
-    const auto keyOf = [&](int instrument)
-    {
-        for (int key = 0; key < 128; ++key)
-            if (p.plugin->getKeyInstrument(key) == instrument)
-                return key;
-        return -1;
-    };
-    ASSERT_GE(keyOf(0), 0);
-    ASSERT_GE(keyOf(1), 0);
-
     // Ten milliseconds apart: one look of the timer sees both.
-    p.render(1024, { PluginTestHost::noteOn(0, keyOf(0)), PluginTestHost::noteOn(480, keyOf(1)) });
+    p.render(1024, { PluginTestHost::noteOn(0, 36), PluginTestHost::noteOn(480, 38) }); // bass and snare drum
     p.editor().idle();
 
     auto& bass = p.control<GFXMultiStateButton>("BassDrumActivityLed");
     auto& snare = p.control<GFXMultiStateButton>("SnareDrumActivityLed");
-    EXPECT_EQ(bass.getCurrentState(), 1);
-    EXPECT_EQ(snare.getCurrentState(), 1);
+    EXPECT_TRUE(bass.getCurrentState() == 1 && snare.getCurrentState() == 1);
     EXPECT_EQ(p.control<GFXMultiStateButton>("LowCongaActivityLed").getCurrentState(), 0);
     EXPECT_EQ(p.editor().getMidiActivityLed()->getFrame(), 1);
 
     pump(GFXMultiStateButton::flashMs + 100);
-    EXPECT_EQ(bass.getCurrentState(), 0);
-    EXPECT_EQ(snare.getCurrentState(), 0);
+    EXPECT_TRUE(bass.getCurrentState() == 0 && snare.getCurrentState() == 0);
 
     p.editor().idle();
     EXPECT_EQ(bass.getCurrentState(), 0) << "a trigger is taken once";

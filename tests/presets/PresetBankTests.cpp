@@ -54,7 +54,7 @@ TEST(PresetsBank, EmptyGroupsTakeNoRoomAndAreTheOnlyOnesRemoved)
     EXPECT_TRUE(bank.getNumGroups() == 3 && groupNames(bank, 1) == "0,1,2,3" && totalCount(bank) == 128);
 }
 
-TEST(PresetsBank, MovingPresetsKeepsTheirOrderAndTheCounts)
+TEST(PresetsBank, MovingPresetsAndGroupsKeepsTheirOrderAndTheCounts)
 {
     PresetBank bank;
 
@@ -86,11 +86,8 @@ TEST(PresetsBank, MovingPresetsKeepsTheirOrderAndTheCounts)
     EXPECT_EQ(groupNames(bank, 0) + "|" + groupNames(bank, 1), "1,2|3,4,0,5");
     EXPECT_FALSE(bank.movePreset(0, 1, 4, 4) || bank.movePreset(0, 5, 0, 4));
     EXPECT_EQ(totalCount(bank), 128);
-}
 
-TEST(PresetsBank, AGroupMovesWithItsPresets)
-{
-    PresetBank bank;
+    // A group moves with its presets.
     cut(bank, { 2, 3, 1 });
 
     ASSERT_TRUE(bank.moveGroup(0, 2));

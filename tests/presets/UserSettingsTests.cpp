@@ -30,17 +30,14 @@ TEST(PresetsUserSettings, ANewInstanceStartsAsTheLastOneLeftItAndFromDefaultsWit
         first->setPresetsResource(BasePluginOldStyle::userDefinedPresets, bank.getFile().getFullPathName());
         first->setPresetStoring(BasePluginOldStyle::automatic);
         first->setLastDirectory(folder);
-        first->defaultInternalSync = false;
         first->defaultHostMode = true;
-        first->defaultNoteOffMode = true;
-        first->hostPlayDetection = DrumMachine::byLowestCNoteOn;
         first->internalSequencer = false; // a live value: not what a new instance takes
     }
     {
         auto second = makePlugin(settings.getFile());
         EXPECT_TRUE(second->getBankName() == "Live Set" && second->getPresetName(0) == "Opener" && second->getPresetStoring() == BasePluginOldStyle::automatic);
         EXPECT_EQ(second->getLastDirectory(), folder);
-        EXPECT_TRUE(second->internalSequencer && !second->internalSync && second->hostMode && second->noteOffMode && second->hostPlayDetection == DrumMachine::byLowestCNoteOn);
+        EXPECT_TRUE(second->internalSequencer && second->hostMode);
     }
 
     const auto text = settings.getFile().loadFileAsString();
