@@ -173,11 +173,9 @@ TEST(EditorControls, ButtonsFireOnPressOrReleaseAndRepeatWhileHeldAndListenersMa
     drag(release, { 10, 10 }, { { 100, 10 } });
     EXPECT_FALSE(p.muted("Bass Drum"));
     down(release, { 10, 10 });
-    EXPECT_EQ(shownFrame(release), 1);
-    EXPECT_FALSE(p.muted("Bass Drum"));
+    EXPECT_TRUE(shownFrame(release) == 1 && !p.muted("Bass Drum"));
     up(release, { 10, 10 }, { 10, 10 });
-    EXPECT_TRUE(p.muted("Bass Drum"));
-    EXPECT_EQ(shownFrame(release), 0);
+    EXPECT_TRUE(shownFrame(release) == 0 && p.muted("Bass Drum"));
 
     // The tooltip names what a click would do now.
     auto& repeat = p.control<GFXButton>("Repeat");
@@ -241,13 +239,11 @@ TEST(EditorControls, MultiStateButtonMovesOnlyWithItsParameterAndFlashes)
     EXPECT_TRUE(p.muted("Bass Drum"));
     EXPECT_EQ(mute.getCurrentState(), 0) << "the click itself moves nothing";
     pump();
-    EXPECT_EQ(mute.getCurrentState(), 1);
-    EXPECT_EQ(shownFrame(mute), 2);
+    EXPECT_TRUE(mute.getCurrentState() == 1 && shownFrame(mute) == 2);
 
     // Ctrl fires the other event: this one alone off, all others on.
     click(mute, withCtrl);
-    EXPECT_FALSE(p.muted("Bass Drum"));
-    EXPECT_TRUE(p.muted("Snare Drum"));
+    EXPECT_TRUE(!p.muted("Bass Drum") && p.muted("Snare Drum"));
 
     // Blinking shows state 0 in the off phase; the running light inverts and wins.
     pump();
@@ -289,21 +285,17 @@ TEST(EditorControls, TogglesWriteTheirParameterAndPaintARowInOneSweep)
 
     // Off does not sink: 3D frames are 0 off (pressed or not), 2 on, 3 on and pressed.
     down(first, { 5, 5 });
-    EXPECT_TRUE(p.muted("Low Tom"));
-    EXPECT_EQ(shownFrame(first), 3);
+    EXPECT_TRUE(p.muted("Low Tom") && shownFrame(first) == 3);
     // The sweep reaches the third toggle's left edge, 60 px to the right.
     moveTo(first, { 30, 5 }, { 5, 5 });
-    EXPECT_TRUE(p.muted("Mid Tom"));
-    EXPECT_FALSE(p.muted("Hi Tom"));
+    EXPECT_TRUE(p.muted("Mid Tom") && !p.muted("Hi Tom"));
     moveTo(first, { 66, 5 }, { 5, 5 });
     up(first, { 66, 5 }, { 5, 5 });
-    EXPECT_TRUE(p.muted("Hi Tom"));
-    EXPECT_EQ(shownFrame(third), 2);
+    EXPECT_TRUE(p.muted("Hi Tom") && shownFrame(third) == 2);
 
     // A sweep from an on toggle paints them off.
     down(third, { 5, 5 });
-    EXPECT_FALSE(p.muted("Hi Tom"));
-    EXPECT_EQ(shownFrame(third), 0) << "an off toggle does not sink";
+    EXPECT_TRUE(!p.muted("Hi Tom") && shownFrame(third) == 0) << "an off toggle does not sink";
     moveTo(third, { -60, 5 }, { 5, 5 });
     up(third, { -60, 5 }, { 5, 5 });
     EXPECT_FALSE(p.muted("Low Tom") || p.muted("Mid Tom"));
@@ -319,15 +311,13 @@ TEST(EditorControls, RockerFiresByHalfAndPanelPassesClicksToItsChildren)
     ControlsPanel p;
     auto& rocker = p.control<GFXRocker>("Rocker");
     down(rocker, { 10, 5 });
-    EXPECT_TRUE(p.muted("Claves"));
-    EXPECT_EQ(shownFrame(rocker), GFXRocker::morePressed);
+    EXPECT_TRUE(p.muted("Claves") && shownFrame(rocker) == GFXRocker::morePressed);
     up(rocker, { 10, 5 }, { 10, 5 });
     EXPECT_EQ(shownFrame(rocker), GFXRocker::atRest);
     drag(rocker, { 10, 5 }, {}, withCtrl);
     EXPECT_TRUE(p.muted("Maracas")) << "Ctrl on the upper half";
     down(rocker, { 10, 35 });
-    EXPECT_TRUE(p.muted("Rim Shot"));
-    EXPECT_EQ(shownFrame(rocker), GFXRocker::lessPressed);
+    EXPECT_TRUE(p.muted("Rim Shot") && shownFrame(rocker) == GFXRocker::lessPressed);
     up(rocker, { 10, 35 }, { 10, 35 });
 
     auto& box = p.control<GFXPanel>("Box");
