@@ -142,15 +142,12 @@ TEST(EditorPanel, CtrlClickOnPrevOpensThePatternsMenuOnlyWithTheInternalSequence
     p.press("Toggle Internal Sequencer");
     click(prev, withCtrl);
     pump();
-    EXPECT_FALSE(menu.isShown());
-    EXPECT_EQ(sequencer->getEditedIndex(), edited) << "nor does it step to the previous pattern";
+    EXPECT_TRUE(!menu.isShown() && sequencer->getEditedIndex() == edited) << "nor does it step to the previous pattern";
 
     p.press("Toggle Internal Sequencer");
     click(prev, withCtrl);
     pump();
-    EXPECT_TRUE(menu.isShown());
-    EXPECT_EQ(menu.getNumItems(), 2);
-    EXPECT_EQ(sequencer->getEditedIndex(), edited);
+    EXPECT_TRUE(menu.isShown() && menu.getNumItems() == 2 && sequencer->getEditedIndex() == edited);
     menu.close();
 
     click(p.control<GFXButton>("PattNextButton"), withCtrl);
@@ -163,8 +160,7 @@ TEST(EditorPanel, LearnPromptsStayAboveHintsAndFollowThePicks)
     auto& learn = p.control<GFXMultiStateButton>("MidiLearnButton");
     click(learn);
     pump();
-    EXPECT_EQ(learn.getCurrentState(), 1);
-    EXPECT_EQ(p.status().getMessage(), learnPrompt);
+    EXPECT_TRUE(learn.getCurrentState() == 1 && p.status().getMessage() == learnPrompt);
 
     p.press("Toggle Pattern Write Mode");
     p.press("Toggle Length Mode");
@@ -183,8 +179,7 @@ TEST(EditorPanel, LearnPromptsStayAboveHintsAndFollowThePicks)
 
     click(learn);
     pump();
-    EXPECT_EQ(learn.getCurrentState(), 0);
-    EXPECT_TRUE(p.status().getMessage().isEmpty());
+    EXPECT_TRUE(learn.getCurrentState() == 0 && p.status().getMessage().isEmpty());
 
     p.press("Toggle Length Mode");
     p.press("Toggle Length Mode");
@@ -224,35 +219,28 @@ TEST(EditorPanel, RunningLightFollowsANativeRunAndTheEditedPattern)
     Panel p;
     constexpr int samplesPerStep = 6000; // 120 BPM, four steps a beat, 48 kHz
     p.playHead.playing = true;
-
-    p.render(3 * samplesPerStep + 1000);
-    pump();
-    EXPECT_EQ(p.runningSteps(), juce::Array<int>({ 3 }));
-
-    p.render(2 * samplesPerStep);
-    pump();
-    EXPECT_EQ(p.runningSteps(), juce::Array<int>({ 5 }));
+    const auto lightAfter = [&p](int samples)
+    {
+        p.render(samples);
+        pump();
+        return p.runningSteps();
+    };
+    EXPECT_EQ(lightAfter(3 * samplesPerStep + 1000), juce::Array<int>({ 3 }));
+    EXPECT_EQ(lightAfter(2 * samplesPerStep), juce::Array<int>({ 5 }));
 
     // Editing another pattern than the one that plays: no position to show.
     p.press("Toggle Pattern Write Mode");
     p.press("Next");
-    p.render(samplesPerStep);
-    pump();
-    EXPECT_TRUE(p.runningSteps().isEmpty());
+    EXPECT_TRUE(lightAfter(samplesPerStep).isEmpty());
     p.press("Prev");
-    p.render(samplesPerStep);
-    pump();
-    EXPECT_EQ(p.runningSteps(), juce::Array<int>({ 7 }));
+    EXPECT_EQ(lightAfter(samplesPerStep), juce::Array<int>({ 7 }));
 
     // Stopped: no light, and the name blinks, ready for the next start.
     p.press("Toggle Pattern Write Mode");
     auto& name = p.control<GFXDisplay>("PatternNameDisplay");
     EXPECT_FALSE(name.isBlinking());
     p.playHead.playing = false;
-    p.render(512);
-    pump();
-    EXPECT_TRUE(p.runningSteps().isEmpty());
-    EXPECT_TRUE(name.isBlinking());
+    EXPECT_TRUE(lightAfter(512).isEmpty() && name.isBlinking());
 }
 
 TEST(EditorPanel, TypedNamesNameTheEditedPatternOnlyWhileWritingAndTheCurrentPresetAlways)
@@ -275,20 +263,16 @@ TEST(EditorPanel, TypedNamesNameTheEditedPatternOnlyWhileWritingAndTheCurrentPre
 
     const auto name = sequencer->getPatternName(0, DrumMachineSeq::nativeType);
     type(display, "Bossa");
-    EXPECT_EQ(sequencer->getPatternName(0, DrumMachineSeq::nativeType), name) << "the playing pattern is not renamed";
-    EXPECT_EQ(display.getText(), name);
+    EXPECT_TRUE(sequencer->getPatternName(0, DrumMachineSeq::nativeType) == name && display.getText() == name) << "the playing pattern is not renamed";
 
     p.press("Toggle Pattern Write Mode");
     type(display, "Bossa");
-    EXPECT_EQ(sequencer->getEditedName(), "Bossa");
-    EXPECT_EQ(p.parameter("Pattern Name").getText(), "Bossa");
-    EXPECT_EQ(display.getText(), "Bossa");
+    EXPECT_TRUE(sequencer->getEditedName() == "Bossa" && p.parameter("Pattern Name").getText() == "Bossa" && display.getText() == "Bossa");
 
     auto& preset = p.control<GFXDisplay>("PresetNameDisplay");
     const int current = p.plugin->getCurrentPreset();
     type(preset, "Dusty Kit");
-    EXPECT_EQ(p.plugin->getPresetName(current), "Dusty Kit");
-    EXPECT_EQ(preset.getText(), "Dusty Kit");
+    EXPECT_TRUE(p.plugin->getPresetName(current) == "Dusty Kit" && preset.getText() == "Dusty Kit");
 }
 
 TEST(EditorPanel, PatternFilesGetTheirExtensionAndComeBackIntoTheEditedSlot)
@@ -304,8 +288,7 @@ TEST(EditorPanel, PatternFilesGetTheirExtensionAndComeBackIntoTheEditedSlot)
 
     ASSERT_TRUE(editor.savePatternFile(folder.getChildFile("groove"), single, native));
     const auto saved = folder.getChildFile("groove" + sequencer->getPatternFileExtension(native));
-    EXPECT_TRUE(saved.existsAsFile());
-    EXPECT_EQ(p.plugin->getLastDirectory(), folder);
+    EXPECT_TRUE(saved.existsAsFile() && p.plugin->getLastDirectory() == folder);
     ASSERT_TRUE(editor.savePatternFile(folder.getChildFile("kit.xml"), bank, native));
     EXPECT_TRUE(folder.getChildFile("kit.xml").existsAsFile()) << "an extension the user typed is kept";
 
