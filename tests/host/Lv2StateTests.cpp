@@ -147,13 +147,6 @@ struct Instance
     std::array<uint64_t, 1024> midiIn{}, eventsOut{};
 };
 
-std::string textOf(Host& host, const LilvState* state)
-{
-    char* text = lilv_state_to_string(host.world, &host.mapFeature, &host.unmapFeature, state, "urn:quindrel:song", nullptr);
-    std::string result = text != nullptr ? text : "";
-    lilv_free(text);
-    return result;
-}
 } // namespace
 
 TEST(PluginLv2State, TheStateExtensionKeepsTheSongForAFreshInstance)
@@ -174,13 +167,11 @@ TEST(PluginLv2State, TheStateExtensionKeepsTheSongForAFreshInstance)
     Instance restored(host);
     restored.run();
     LilvState* before = restored.save();
-    EXPECT_FALSE(lilv_state_equals(saved, before)) << "the kit and knobs did not reach the state";
+    EXPECT_FALSE(lilv_state_equals(saved, before)) << "the kit and knobs did not reach the plug-in's own state (its knobs are no ports)";
     lilv_state_free(before);
     lilv_state_restore(saved, restored.instance, nullptr, nullptr, LV2_STATE_IS_POD | LV2_STATE_IS_PORTABLE, host.features);
     LilvState* again = restored.save();
     EXPECT_TRUE(lilv_state_equals(saved, again));
-    EXPECT_EQ(textOf(host, saved), textOf(host, again));
-    EXPECT_NE(textOf(host, saved).find("StateString"), std::string::npos) << "the plug-in kept no state of its own";
     lilv_state_free(saved);
     lilv_state_free(again);
 }

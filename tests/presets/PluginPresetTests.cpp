@@ -41,8 +41,7 @@ TEST(PresetsPlugin, SteppingAppliesTheNeighbourAndStopsAtTheEnds)
 
     plugin->selectPreset(4, true);
     fire(*plugin, "Select next preset");
-    EXPECT_TRUE(plugin->getCurrentPreset() == 5 && parameters.getInt(ParameterIds::currentPresetNumber) == 5);
-    EXPECT_EQ(parameters.getText(ParameterIds::currentPresetName), plugin->getPresetName(5));
+    EXPECT_TRUE(plugin->getCurrentPreset() == 5 && parameters.getInt(ParameterIds::currentPresetNumber) == 5 && parameters.getText(ParameterIds::currentPresetName) == plugin->getPresetName(5));
     EXPECT_FLOAT_EQ(live(*plugin, bassDrumDecay), plugin->getPresetValue(5, bassDrumDecay));
 
     plugin->selectPreset(127, true);
@@ -63,9 +62,8 @@ TEST(PresetsPlugin, APresetIsReadPiecemealAndOnlyIfItIsOurs)
     for (int id = 0; id < 20; id += 2)
         ten << "<param name=\"" << plugin->getParameterManager().getName(id) << "\" value=\"0.25\"/>";
     plugin->loadPresetAt(*juce::parseXML(ten + "<param name=\"No Such Knob\" value=\"0.9\"/><param name=\"Main Volume\" value=\"0.9\"/></Preset>"), 3);
-    EXPECT_EQ(plugin->getPresetName(3), "Ten");
     for (int id = 0; id < 20; id += 2)
-        EXPECT_EQ(plugin->getPresetValue(3, id), 0.25f) << id;
+        EXPECT_TRUE(plugin->getPresetName(3) == "Ten" && plugin->getPresetValue(3, id) == 0.25f) << id;
     EXPECT_EQ(plugin->getPresetValue(3, 40), before) << "a knob the file does not name keeps its value";
     EXPECT_EQ(live(*plugin, ParameterIds::mainVolume), volume) << "Main Volume is not in a preset";
 
@@ -105,8 +103,7 @@ TEST(PresetsPlugin, CopyStoreAndTheStoringModes)
     plugin->selectPreset(1, true);
     fire(*plugin, "Paste copied preset");
     fire(*plugin, "Paste copied preset");
-    EXPECT_EQ(plugin->getPresetName(1), "Kick_copy") << "pasting again adds nothing";
-    EXPECT_EQ(plugin->getPresetValue(1, bassDrumDecay), 0.875f);
+    EXPECT_TRUE(plugin->getPresetName(1) == "Kick_copy" && plugin->getPresetValue(1, bassDrumDecay) == 0.875f) << "pasting again adds nothing";
     fire(*plugin, "Copy current preset");
     plugin->selectPreset(2, true);
     fire(*plugin, "Paste copied preset");
@@ -142,10 +139,9 @@ TEST(PresetsPlugin, FilesRoundToSixDecimalsAndSaveByteIdentically)
     plugin->loadBankXml(*bank({ 3, 0, 5 }));
     plugin->renameGroup(1, "Empty \"one\"");
     ASSERT_TRUE(plugin->saveBankFile(bankFile.getFile()));
-    EXPECT_EQ(plugin->getLastDirectory(), bankFile.getFile().getParentDirectory());
     auto other = makePlugin();
     ASSERT_TRUE(other->loadBankFile(bankFile.getFile()) && other->saveBankFile(again.getFile()));
-    EXPECT_TRUE(again.getFile().hasIdenticalContentTo(bankFile.getFile()));
+    EXPECT_TRUE(again.getFile().hasIdenticalContentTo(bankFile.getFile()) && plugin->getLastDirectory() == bankFile.getFile().getParentDirectory());
     EXPECT_TRUE(other->getNumGroups() == 4 && other->getGroupName(1) == "Empty \"one\"" && other->getGroupCount(2) == 5);
 
     // The factory bank as the plug-in writes it is the shipped file itself.
@@ -154,8 +150,7 @@ TEST(PresetsPlugin, FilesRoundToSixDecimalsAndSaveByteIdentically)
 
     // Files that are no bank change nothing.
     garbage.getFile().replaceWithText("not xml at all");
-    EXPECT_FALSE(other->loadBankFile(garbage.getFile()) || other->loadBankFile(presetFile.getFile()) || other->loadPresetFile(bankFile.getFile(), 0));
-    EXPECT_EQ(other->getNumGroups(), 4);
+    EXPECT_FALSE(other->loadBankFile(garbage.getFile()) || other->loadBankFile(presetFile.getFile()) || other->loadPresetFile(bankFile.getFile(), 0) || other->getNumGroups() != 4);
 }
 
 TEST(PresetsPlugin, StartUpTakesTheBankTheUserChose)
