@@ -199,7 +199,7 @@ TEST(EditorDisplays, NumbersShowTheirDigitsAndMoveByTheDigitGrabbed)
     EXPECT_EQ(frames(zero), juce::Array<int>({ 0, 1 }));
 }
 
-TEST(EditorDisplays, PatternNumberReadsAsNoteNumberOrBankAndSlot)
+TEST(EditorDisplays, PatternNumberReadsAsNoteOrNumber)
 {
     DisplaysPanel p;
     auto& display = p.control<PatternNumberDisplay>("Pattern");
@@ -216,12 +216,6 @@ TEST(EditorDisplays, PatternNumberReadsAsNoteNumberOrBankAndSlot)
     display.setMode(PatternNumberDisplay::numericMode);
     EXPECT_EQ(display.getPattern(), 16) << "clamped to the mode's range";
     EXPECT_EQ(frames(display), juce::Array<int>({ 0, 2, 7, 0 }));
-
-    display.setMode(PatternNumberDisplay::bankAndSlotMode);
-    display.setPattern(14);
-    EXPECT_EQ(frames(display), juce::Array<int>({ 3, 18, 1, 3 })) << "2 - 0 2";
-    display.setPattern(0);
-    EXPECT_EQ(display.getPattern(), 1);
 
     display.setEnabled(false);
     EXPECT_EQ(frames(display), juce::Array<int>({ 0, 0, 0, 0 }));

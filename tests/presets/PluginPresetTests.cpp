@@ -185,9 +185,8 @@ TEST(PresetsPlugin, AProgramChangeSoundsFromItsSample)
         return host.render(4096, events);
     };
     const auto alone = render({ PluginTestHost::noteOn(0, 36) });
-    const auto changed = render({ PluginTestHost::noteOn(0, 36), { change, juce::MidiMessage::programChange(1, 8) } });
-    int firstDifference = 0;
-    while (firstDifference < 4096 && alone.getSample(0, firstDifference) == changed.getSample(0, firstDifference))
-        ++firstDifference;
+    auto difference = render({ PluginTestHost::noteOn(0, 36), { change, juce::MidiMessage::programChange(1, 8) } });
+    difference.addFrom(0, 0, alone, 0, 0, 4096, -1.0f);
+    const int firstDifference = PluginTestHost::firstSoundAt(difference, 0, 0.0f);
     EXPECT_TRUE(firstDifference >= change && firstDifference < change + 2) << "the new kit sounded from sample " << firstDifference;
 }
