@@ -8,7 +8,6 @@
 #include "editor/GFXKnob.h"
 #include "editor/GFXMultiStateButton.h"
 #include "editor/GFXToggleButton.h"
-#include "plugin/Resources.h"
 
 using namespace editortest;
 
@@ -115,17 +114,4 @@ TEST(EditorSkin, LinksAndActionsBindByNameAndSkipWhatTheyDoNotKnow)
     EXPECT_TRUE(panel.editor().getOptionsWindow()->isShown());
 
     EXPECT_EQ(panel.control<GFXKnob>("Missing").getBounds(), juce::Rectangle<int>(0, 0, 33, 44)) << "no image: size from the skin, position (0, 0)";
-}
-
-TEST(EditorSkin, TheBuiltInSkinBuildsEveryControl)
-{
-    const auto xml = juce::parseXML(Resources::loadResourceText("skin.xml"));
-    ASSERT_NE(xml, nullptr);
-    OpenPanel panel;
-    auto& editor = panel.editor();
-    ASSERT_TRUE(editor.isSkinLoaded());
-    EXPECT_EQ(editor.getControls().size(), xml->getNumChildElements());
-    EXPECT_TRUE(editor.getMidiLearnButton() != nullptr && editor.getMidiActivityLed() != nullptr);
-    for (const auto* element : xml->getChildIterator())
-        EXPECT_NE(dynamic_cast<GUIController*>(editor.findControl(element->getStringAttribute("name"))), nullptr) << element->getStringAttribute("name");
 }

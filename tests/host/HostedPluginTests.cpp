@@ -101,8 +101,7 @@ void checkLoadsAndPlays(juce::AudioPluginInstance* plugin)
     const auto audio = play(*plugin, 8, true, false);
     EXPECT_GT(audio.getMagnitude(0, 0, audio.getNumSamples()), 0.01f) << "the factory pattern did not sound with the transport";
     for (int c = 0; c < audio.getNumChannels(); ++c)
-        for (int i = 0; i < audio.getNumSamples(); ++i)
-            ASSERT_TRUE(std::isfinite(audio.getSample(c, i))) << "channel " << c << ", sample " << i;
+        EXPECT_TRUE(std::isfinite(audio.getRMSLevel(c, 0, audio.getNumSamples()))) << "channel " << c;
 }
 
 juce::MemoryBlock stateOf(juce::AudioPluginInstance& plugin)

@@ -19,12 +19,7 @@ TEST(PresetsUserSettings, ANewInstanceStartsAsTheLastOneLeftItAndFromDefaultsWit
 {
     juce::TemporaryFile settings(".ini"), bank(".qdprsb");
     const auto folder = bank.getFile().getParentDirectory();
-    {
-        auto writer = makePlugin({});
-        writer->loadBankXml(*juce::parseXML("<PresetBank name=\"Live Set\"><PresetGroup name=\"Songs\">"
-                                            "<Preset application=\"Quindrel\" name=\"Opener\"/></PresetGroup></PresetBank>"));
-        ASSERT_TRUE(writer->saveBankFile(bank.getFile()));
-    }
+    bank.getFile().replaceWithText("<PresetBank name=\"Live Set\"><PresetGroup name=\"Songs\"><Preset application=\"Quindrel\" name=\"Opener\"/></PresetGroup></PresetBank>");
     {
         auto first = makePlugin(settings.getFile());
         first->setPresetsResource(BasePluginOldStyle::userDefinedPresets, bank.getFile().getFullPathName());
