@@ -79,31 +79,6 @@ juce::File settingsFolder()
     return juce::File(juce::SystemStats::getEnvironmentVariable("XDG_CONFIG_HOME", {})).getChildFile("Quindrel");
 }
 
-// What a host sees and hears of the plug-in.
-void checkLoadsAndPlays(juce::AudioPluginInstance* plugin)
-{
-    EXPECT_EQ(plugin->getName(), "Quindrel");
-    EXPECT_TRUE(plugin->acceptsMidi());
-    EXPECT_EQ(plugin->getTotalNumInputChannels(), 0);
-    EXPECT_EQ(plugin->getTotalNumOutputChannels(), 24);
-
-    // A wrapper may add its own (bypass, MIDI controllers); ours are all there
-    // under their names, and nothing beyond the host range is.
-    juce::StringArray names;
-    for (auto* parameter : plugin->getParameters())
-        names.add(parameter->getName(100));
-    EXPECT_GE(names.size(), 111);
-    for (const auto* name : { "Bass Drum Level", "Low Conga Tunning", "Hi Hat Filters Freq", "Main Volume", "Closed Hi Hat Solo", "Accent Rand Threshold" })
-        EXPECT_TRUE(names.contains(name)) << name;
-    for (const auto& name : names)
-        EXPECT_FALSE(name.contains("Output Number") || name.contains("Activity")) << name;
-
-    const auto audio = play(*plugin, 8, true, false);
-    EXPECT_GT(audio.getMagnitude(0, 0, audio.getNumSamples()), 0.01f) << "the factory pattern did not sound with the transport";
-    for (int c = 0; c < audio.getNumChannels(); ++c)
-        EXPECT_TRUE(std::isfinite(audio.getRMSLevel(c, 0, audio.getNumSamples()))) << "channel " << c;
-}
-
 juce::MemoryBlock stateOf(juce::AudioPluginInstance& plugin)
 {
     juce::MemoryBlock block;
@@ -117,14 +92,6 @@ juce::String hostedText(const juce::MemoryBlock& hosted, bool vst3)
 {
     const auto xml = vst3 ? juce::AudioProcessor::getXmlFromBinary(hosted.getData(), (int) hosted.getSize()) : nullptr;
     return vst3 ? (xml != nullptr ? xml->toString() : juce::String()) : hosted.toString();
-}
-
-juce::MemoryBlock hostedBlock(const juce::String& text, bool vst3)
-{
-    juce::MemoryBlock block(text.toRawUTF8(), text.getNumBytesAsUTF8());
-    if (vst3)
-        juce::AudioProcessor::copyXmlToBinary(*juce::parseXML(text), block);
-    return block;
 }
 
 juce::MemoryBlock ourData(const juce::String& hosted, bool vst3)
@@ -143,15 +110,19 @@ juce::String ourText(const juce::MemoryBlock& hosted, bool vst3)
 }
 
 // What the host keeps, with our XML replaced by `text`.
-juce::MemoryBlock withOurText(const juce::MemoryBlock& hosted, bool vst3, const juce::String& text)
+juce::MemoryBlock withOurText(const juce::MemoryBlock& hosted, bool vst3, const juce::String& ourNewText)
 {
     const auto hostText = hostedText(hosted, vst3);
     const auto old = ourData(hostText, vst3);
     juce::MemoryBlock ours;
-    juce::AudioProcessor::copyXmlToBinary(*juce::parseXML(text), ours);
+    juce::AudioProcessor::copyXmlToBinary(*juce::parseXML(ourNewText), ours);
     const auto kept = (size_t) juce::ByteOrder::littleEndianInt(juce::addBytesToPointer(old.getData(), 4)) + 9; // mark, length, text, nul
     ours.append(juce::addBytesToPointer(old.getData(), kept), old.getSize() - kept);
-    return hostedBlock(hostText.replace(old.toBase64Encoding(), ours.toBase64Encoding()), vst3);
+    const auto text = hostText.replace(old.toBase64Encoding(), ours.toBase64Encoding());
+    juce::MemoryBlock block(text.toRawUTF8(), text.getNumBytesAsUTF8());
+    if (vst3)
+        juce::AudioProcessor::copyXmlToBinary(*juce::parseXML(text), block);
+    return block;
 }
 
 void checkHosted(const Format& f)
@@ -159,7 +130,28 @@ void checkHosted(const Format& f)
     settingsFolder().deleteRecursively();
     auto original = f.instantiate();
     ASSERT_NE(original, nullptr) << f.identifier;
-    checkLoadsAndPlays(original.get());
+
+    // What a host sees and hears of the plug-in.
+    EXPECT_EQ(original->getName(), "Quindrel");
+    EXPECT_TRUE(original->acceptsMidi());
+    EXPECT_EQ(original->getTotalNumInputChannels(), 0);
+    EXPECT_EQ(original->getTotalNumOutputChannels(), 24);
+
+    // A wrapper may add its own (bypass, MIDI controllers); ours are all there
+    // under their names, and nothing beyond the host range is.
+    juce::StringArray names;
+    for (auto* parameter : original->getParameters())
+        names.add(parameter->getName(100));
+    EXPECT_GE(names.size(), 111);
+    for (const auto* name : { "Bass Drum Level", "Low Conga Tunning", "Hi Hat Filters Freq", "Main Volume", "Closed Hi Hat Solo", "Accent Rand Threshold" })
+        EXPECT_TRUE(names.contains(name)) << name;
+    for (const auto& name : names)
+        EXPECT_FALSE(name.contains("Output Number") || name.contains("Activity")) << name;
+
+    const auto audio = play(*original, 8, true, false);
+    EXPECT_GT(audio.getMagnitude(0, 0, audio.getNumSamples()), 0.01f) << "the factory pattern did not sound with the transport";
+    for (int c = 0; c < audio.getNumChannels(); ++c)
+        EXPECT_TRUE(std::isfinite(audio.getRMSLevel(c, 0, audio.getNumSamples()))) << "channel " << c;
 
     // A song's state - knobs set by the host, modes, routing and a pattern -
     // comes back whole in a fresh instance, which then plays the same audio.
