@@ -28,11 +28,6 @@ struct BrowserPanel : OpenPanel
         pump();
     }
 
-    ColumnBrowser::ListColumn::ItemComponent& row(ColumnBrowser::ListColumn& column, int index)
-    {
-        return *column.getList().getItem(index);
-    }
-
     // The drag of a column's selection, dropped on another list at a row's
     // middle or at the boundary above it.
     void drop(ColumnBrowser::ListColumn& from, ColumnBrowser::ListColumn& onto, int row, bool onBoundary)
@@ -96,16 +91,16 @@ TEST(EditorBrowser, RowsAreClickedRenamedAndDraggedKeepingTheSoundSelected)
     auto& presets = b.browser().getPresetColumn();
 
     // A click applies a preset; a click on the current one changes nothing.
-    click(b.row(presets, 5));
+    click(*presets.getList().getItem(5));
     EXPECT_EQ(plugin.getCurrentPreset(), 5);
     auto& tone = b.parameter("Bass Drum Tone");
     EXPECT_FLOAT_EQ(tone.getNormalised(), plugin.getPresetValue(5, tone.getId()));
     tone.setNormalised(0.123f, true);
-    click(b.row(presets, 5));
+    click(*presets.getList().getItem(5));
     EXPECT_FLOAT_EQ(tone.getNormalised(), 0.123f) << "the current preset is not applied again";
 
     // A double click renames in place.
-    auto& item = b.row(presets, 5);
+    auto& item = *presets.getList().getItem(5);
     item.mouseDoubleClick(mouseAt(item, { 20, 10 }, { 20, 10 }, juce::ModifierKeys(), 2));
     ASSERT_TRUE(item.isRenaming());
     item.getEditor()->setText("Kick Room");
@@ -117,8 +112,8 @@ TEST(EditorBrowser, RowsAreClickedRenamedAndDraggedKeepingTheSoundSelected)
     // Three rows, the current among them, dragged onto the other group go to
     // its end; the sound stays selected and is not applied again.
     const auto movedNames = juce::StringArray{ plugin.getPresetName(4), "Kick Room", plugin.getPresetName(6) };
-    click(b.row(presets, 4), withCtrl);
-    click(b.row(presets, 6), juce::ModifierKeys(juce::ModifierKeys::leftButtonModifier | juce::ModifierKeys::shiftModifier));
+    click(*presets.getList().getItem(4), withCtrl);
+    click(*presets.getList().getItem(6), juce::ModifierKeys(juce::ModifierKeys::leftButtonModifier | juce::ModifierKeys::shiftModifier));
     ASSERT_EQ(presets.getSelection().size(), 3);
     EXPECT_EQ(plugin.getCurrentPreset(), 5) << "extending the selection applies nothing";
     tone.setNormalised(0.321f, true);

@@ -38,7 +38,6 @@ struct DisplaysPanel : SkinnedPanel
   <digits><gfx resource="Digit.png"/><gfx resource="Digit.png"/></digits><pos left="60" top="30"/></NumericDisplay>
 <NumericDisplay name="Signed" digitsNum="2" firstDigitOrder="10" minValue="-20" maxValue="20">
   <sign><gfx resource="Sign.png"/></sign><digits resource="Digit.png"/><pos left="90" top="30"/></NumericDisplay>
-<NumericDisplay name="Zero" digitsNum="2" firstDigitOrder="0"><digits resource="Digit.png"/><pos left="130" top="30"/></NumericDisplay>
 <PatternNumberDisplay name="Pattern"><links><link as="connectedTo" param="Pattern Number"/></links>
   <gfx firstDigit="First.png" secondDigit="Second.png" thirdDigit="Third.png" fourthDigit="Fourth.png"/>
   <pos left="10" top="60"/></PatternNumberDisplay>
@@ -192,11 +191,6 @@ TEST(EditorDisplays, NumbersShowTheirDigitsAndMoveByTheDigitGrabbed)
     signedDisplay.setValue(-7.0, false);
     EXPECT_EQ(shownFrame(*signedDisplay.getSign(), 2, 2), 1);
     EXPECT_EQ(frames(signedDisplay), juce::Array<int>({ 0, 8 }));
-
-    auto& zero = p.control<NumericDisplay>("Zero");
-    zero.setValue(55.0, false);
-    EXPECT_EQ(zero.getValue(), 0.0) << "no range, no value but 0";
-    EXPECT_EQ(frames(zero), juce::Array<int>({ 0, 1 }));
 }
 
 TEST(EditorDisplays, PatternNumberReadsAsNoteOrNumber)
