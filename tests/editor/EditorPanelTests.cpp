@@ -187,8 +187,7 @@ TEST(EditorPanel, LearnPromptsStayAboveHintsAndFollowThePicks)
 
     // A controller's move shows above the hint, below a mouse move.
     p.controller(20, 127);
-    EXPECT_TRUE(p.status().getMessage().startsWith("Bass Drum Level: ")) << p.status().getMessage();
-    EXPECT_EQ(p.status().getPriority(), 5);
+    EXPECT_TRUE(p.status().getMessage().startsWith("Bass Drum Level: ") && p.status().getPriority() == 5) << p.status().getMessage();
 }
 
 TEST(EditorPanel, EveryInstrumentTriggeredBetweenTwoLooksFlashesOnce)
