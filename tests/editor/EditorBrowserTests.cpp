@@ -5,7 +5,6 @@
 
 #include "editor/DrumMachineEditor.h"
 #include "editor/browser/OldStylePresetBrowserWindow.h"
-#include "parameters/ParameterIds.h"
 
 using namespace editortest;
 

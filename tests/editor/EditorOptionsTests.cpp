@@ -9,7 +9,6 @@
 #include "editor/options/DrumMachineSettingsPages.h"
 #include "editor/options/MidiControlComponent.h"
 #include "editor/options/PresetsSettingsComponent.h"
-#include "parameters/ParameterIds.h"
 
 using namespace editortest;
 

@@ -11,7 +11,6 @@
 #include "editor/NumericDisplay.h"
 #include "editor/PatternNumberDisplay.h"
 #include "editor/QuindrelEditor.h"
-#include "plugin/PluginTestHost.h"
 #include "sequencer/QuindrelSeq.h"
 
 using namespace editortest;

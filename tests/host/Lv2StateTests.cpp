@@ -40,7 +40,7 @@ struct Host
         for (const char* key : { LV2_BUF_SIZE__maxBlockLength, LV2_BUF_SIZE__minBlockLength, LV2_BUF_SIZE__nominalBlockLength })
             options.push_back({ LV2_OPTIONS_INSTANCE, 0, map(key), sizeof(int32_t), map(LV2_ATOM__Int), &block });
         options.push_back({ LV2_OPTIONS_INSTANCE, 0, 0, 0, 0, nullptr });
-        featureList[2].data = options.data();
+        featureList[1].data = options.data();
     }
     ~Host() { lilv_world_free(world); }
 
@@ -60,10 +60,8 @@ struct Host
     std::vector<LV2_Options_Option> options;
     LV2_URID_Map mapFeature{ this, [](LV2_URID_Map_Handle h, const char* uri)
                              { return static_cast<Host*>(h)->map(uri); } };
-    LV2_URID_Unmap unmapFeature{ this, [](LV2_URID_Unmap_Handle h, LV2_URID id)
-                                 { return id - 1 < static_cast<Host*>(h)->uris.size() ? static_cast<Host*>(h)->uris[id - 1].c_str() : nullptr; } };
-    LV2_Feature featureList[4] = { { LV2_URID__map, &mapFeature }, { LV2_URID__unmap, &unmapFeature }, { LV2_OPTIONS__options, nullptr }, { LV2_BUF_SIZE__boundedBlockLength, nullptr } };
-    const LV2_Feature* features[5] = { &featureList[0], &featureList[1], &featureList[2], &featureList[3], nullptr };
+    LV2_Feature featureList[3] = { { LV2_URID__map, &mapFeature }, { LV2_OPTIONS__options, nullptr }, { LV2_BUF_SIZE__boundedBlockLength, nullptr } };
+    const LV2_Feature* features[4] = { &featureList[0], &featureList[1], &featureList[2], nullptr };
 };
 
 // One running instance with every port connected.
