@@ -76,8 +76,7 @@ TEST(PresetsPluginState, TheNativeRunsSelectionAndItsOddValues)
         EXPECT_TRUE(seq->getBasicPattern() == 11 && seq->getFillPattern() == 15 && seq->getStartType() == QuindrelSeq::startWithFillIn) << why;
     };
     expectSelection("as written");
-    EXPECT_EQ(seq->getAutoFill(), 12);
-    EXPECT_FLOAT_EQ((float) parameters.getNormalised(ParameterIds::autoFillIn), 0.4f);
+    EXPECT_TRUE(seq->getAutoFill() == 12 && std::abs(parameters.getNormalised(ParameterIds::autoFillIn) - 0.4) < 1e-6);
 
     restore(*plugin, withQDState("<AutoFillIn value=\"3\"/><BasicVariation value=\"C\"/><IntroFillInVariation value=\"AB\"/>"
                                  "<BasicPattern value=\"12\"/><IntroFillInPattern value=\"11\"/><StartPatternType value=\"intro\"/>"
