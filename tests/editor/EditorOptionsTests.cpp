@@ -88,8 +88,7 @@ TEST(EditorOptions, EveryPageShowsTheSettingsAndWritesAChangeAtOnce)
     press(presets.getStoring().getButton(1));
     EXPECT_EQ(plugin.getPresetStoring(), BasePluginOldStyle::onDemand);
     press(presets.getDefaultPresets().getButton(1));
-    EXPECT_EQ(plugin.getPresetsResourceKind(), BasePluginOldStyle::clearPresets);
-    EXPECT_EQ(first.editor().getStatusBar()->getMessage(), "Default Presets settings will be affected when plugin is loaded.");
+    EXPECT_TRUE(plugin.getPresetsResourceKind() == BasePluginOldStyle::clearPresets && first.editor().getStatusBar()->getMessage() == "Default Presets settings will be affected when plugin is loaded.");
 
     choose(outputs.getOutputBox(1), "7");
     EXPECT_TRUE(plugin.getStoredInstrumentOutput(1) == 7 && plugin.getInstrumentOutput(1) == 1) << "a default, not the output in use";
@@ -120,8 +119,7 @@ TEST(EditorOptions, EveryPageShowsTheSettingsAndWritesAChangeAtOnce)
     EXPECT_TRUE(plugin.getKeyInstrument(60) == 14 && drumMap.getKeysText(14) == "60 (C3)" && drumMap.getKeysText(0) == "---");
 
     press(midi.getDefaultMapBox().getCheckBox().getButton());
-    EXPECT_FALSE(plugin.getMidiControl().getLoadDefaultMap());
-    EXPECT_EQ(first.editor().getStatusBar()->getMessage(), "Default Map settings will be affected when plugin is loaded.");
+    EXPECT_TRUE(!plugin.getMidiControl().getLoadDefaultMap() && first.editor().getStatusBar()->getMessage() == "Default Map settings will be affected when plugin is loaded.");
     mapWithoutExtension.withFileExtension(".qddrmap").deleteFile();
 }
 

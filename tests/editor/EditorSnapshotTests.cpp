@@ -14,7 +14,8 @@ TEST(EditorSnapshot, PaintsTheSkinFromAFolderWithTheValuesAtTheEndAndAScriptWork
     skin.writeStrip("Knob.png", 40, 40, 11);
     skin.writeSkin(900, 700, R"(<Knob name="Volume"><links><link as="connectedTo" param="Main Volume"/></links>
   <gfx resource="Knob.png" framesNum="11"/><pos left="100" top="50"/></Knob>)");
-    const auto file = [&skin](const char* name) { return skin.getFolder().getChildFile(name).getFullPathName(); };
+    const auto file = [&skin](const char* name)
+    { return skin.getFolder().getChildFile(name).getFullPathName(); };
     const auto snapshot = [&](const juce::StringArray& options)
     {
         auto arguments = options;

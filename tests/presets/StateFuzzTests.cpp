@@ -4,7 +4,6 @@
 
 #include "StateSupport.h"
 
-
 using namespace StateSupport;
 
 namespace

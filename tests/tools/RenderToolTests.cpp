@@ -84,7 +84,7 @@ TEST(ToolsRender, BadInputStopsTheRunWithOneLineAndWritesNothing)
         arguments.addArray(options);
         const auto run = runRender(arguments, juce::ChildProcess::wantStdErr);
         const auto firstLine = run.output.upToFirstOccurrenceOf("\n", false, false);
-        EXPECT_TRUE(run.exitCode == 2 && firstLine.startsWith("quindrel-render: ") && firstLine.contains(message)) << arguments.joinIntoString(" ") << "\n" << run.output;
+        EXPECT_TRUE(run.exitCode == 2 && firstLine.startsWith("quindrel-render: ") && firstLine.contains(message)) << arguments.joinIntoString(" ") + "\n" + run.output;
         EXPECT_EQ(run.output.fromFirstOccurrenceOf("\n", false, false).trim().startsWith("usage:"), usage) << run.output;
         EXPECT_FALSE(juce::File(wav).exists() || juce::File(after).exists()) << arguments.joinIntoString(" ");
     };
@@ -208,7 +208,7 @@ TEST(ToolsRenderPresets, AnOlderBankLoadsPlaysAndIsSavedAndListedInTheNewFormAnd
     EXPECT_EQ(f["in.ini"].loadFileAsString(), before);
     EXPECT_TRUE(f["out.ini"].loadFileAsString().contains("<PresetSettings storing=\"automatic\"/>"));
     ASSERT_EQ(runRender({ "--preset-bank", old, "--preset", "1", "--midi", groove, "--seconds", "2", "-o", f.path("loud.wav"),
-                       "--save-preset-bank", f.path("saved.qdprsb") })
+                          "--save-preset-bank", f.path("saved.qdprsb") })
                   .exitCode,
               0);
     EXPECT_GT(readWav(f["loud.wav"]).getRMSLevel(0, 0, 96000), 2.0f * readWav(f["quiet.wav"]).getRMSLevel(0, 0, 96000));
@@ -217,9 +217,8 @@ TEST(ToolsRenderPresets, AnOlderBankLoadsPlaysAndIsSavedAndListedInTheNewFormAnd
     const auto listing = runRender({ "--list-presets", "--preset-bank", f.path("saved.qdprsb"), "--preset", "1" });
     ASSERT_EQ(listing.exitCode, 0) << listing.output;
     const auto lines = juce::StringArray::fromLines(listing.output.trimEnd());
-    EXPECT_EQ(lines.size(), 1 + 2 + 128 + 1) << listing.output;
+    EXPECT_TRUE(lines.size() == 1 + 2 + 128 + 1 && lines[lines.size() - 1] == "current preset: 1  Loud") << listing.output;
     EXPECT_TRUE(listing.output.contains("\n  All presets (2)\n      0  Quiet\n      1  Loud\n  Not used (126)\n      2  Preset 2\n")) << listing.output;
-    EXPECT_EQ(lines[lines.size() - 1], "current preset: 1  Loud");
 }
 
 TEST(ToolsRenderState, ASavedStatePlaysWhatWasSavedAsXmlAndAsAHostsBlock)
