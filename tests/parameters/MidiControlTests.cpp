@@ -43,7 +43,7 @@ struct Recorder : MidiControl::Listener, Parameter::Listener
 using ParametersMidiControl = MidiControlTest;
 } // namespace
 
-TEST_F(ParametersMidiControl, OneControllerPerParameter)
+TEST_F(ParametersMidiControl, OneControllerPerParameterWhichItSetsAlone)
 {
     auto* level = param("Bass Drum Level");
     auto* tone = param("Bass Drum Tone");
@@ -71,32 +71,30 @@ TEST_F(ParametersMidiControl, OneControllerPerParameter)
 
     control.clear(false);
     EXPECT_EQ(control.getAssignmentCount(), 0);
-}
 
-TEST_F(ParametersMidiControl, SetsTheAssignedParameterOnly)
-{
-    auto* level = param("Snare Drum Level");
+    // A controller sets its parameter and nothing else.
+    auto* snare = param("Snare Drum Level");
     auto* mute = param("Snare Drum Mute");
     Recorder recorder;
-    level->addListener(&recorder);
-    control.assign(1, level, false);
+    snare->addListener(&recorder);
+    control.assign(1, snare, false);
     control.assign(2, mute, false);
 
     control.handleController(cc(1, 127));
-    EXPECT_TRUE(level->getNormalised() == 1.0 && control.getMovedParameter() == level);
+    EXPECT_TRUE(snare->getNormalised() == 1.0 && control.getMovedParameter() == snare);
     EXPECT_EQ(recorder.calls, juce::StringArray("changed Snare Drum Level")) << "the parameter's own listeners run on the caller's thread";
     control.handleController(cc(1, 0));
-    EXPECT_EQ(level->getNormalised(), 0.0);
+    EXPECT_EQ(snare->getNormalised(), 0.0);
     control.handleController(cc(1, 64));
-    EXPECT_NEAR(level->getNormalised(), 64.0 / 127.0, 1e-6) << "taken as it is, no pick-up";
+    EXPECT_NEAR(snare->getNormalised(), 64.0 / 127.0, 1e-6) << "taken as it is, no pick-up";
     control.handleController(cc(2, 64));
     EXPECT_TRUE(mute->getBool() && control.getMovedParameter() == mute);
 
-    const auto before = level->getNormalised();
+    const auto before = snare->getNormalised();
     control.handleController(cc(3, 10));
     control.handleController(juce::MidiMessage::noteOn(1, 1, (juce::uint8) 10));
-    EXPECT_EQ(level->getNormalised(), before) << "unassigned controllers and other messages do nothing";
-    level->removeListener(&recorder);
+    EXPECT_EQ(snare->getNormalised(), before) << "unassigned controllers and other messages do nothing";
+    snare->removeListener(&recorder);
 }
 
 TEST_F(ParametersMidiControl, AllocatesNothing)
@@ -162,7 +160,7 @@ TEST_F(ParametersMidiControl, EitherOrderAndTakenControllers)
     pump();
 }
 
-TEST_F(ParametersMidiControl, LoadsOnlyAutomatableRowsOfItsOwnMaps)
+TEST_F(ParametersMidiControl, LoadsOnlyAutomatableRowsOfItsOwnMapsAndOlderOnesByShortNames)
 {
     const auto map = juce::parseXML(R"(<MidiControlMap name="Quindrel">
         <assign CC="1" param="Bass Drum Level"/>
@@ -185,10 +183,8 @@ TEST_F(ParametersMidiControl, LoadsOnlyAutomatableRowsOfItsOwnMaps)
     EXPECT_TRUE(control.canLoadMap(*juce::parseXML(R"(<MidiCCMap application="Quindrel"/>)")) && !control.canLoadMap(*juce::parseXML(R"(<MidiControlMap name="Other"/>)")));
     control.loadMap(*juce::parseXML(R"(<MidiControlMap name="Other"><assign CC="9" param="Bass Drum Level"/></MidiControlMap>)"));
     EXPECT_EQ(control.getAssignmentCount(), 0) << "loadMap empties the map even when it can read nothing";
-}
 
-TEST_F(ParametersMidiControl, OlderMapsTranslateShortNames)
-{
+    // The older form names parameters by their short names.
     const OldParameterNames old;
     const auto translate = [&old](const juce::String& n)
     { return old.getParameterName(n); };
@@ -223,12 +219,6 @@ TEST_F(ParametersMidiControl, SaveLoadSaveIsByteIdentical)
     second.getFile().replaceWithText("<PresetBank/>");
     EXPECT_FALSE(other.loadFromFile(second.getFile()));
     EXPECT_EQ(other.getAssignmentCount(), 3);
-
-    other.setDefaultMapFile(first.getFile().getFullPathName());
-    other.clear(false);
-    EXPECT_FALSE(other.loadDefaultMapIfAsked()) << "not asked for";
-    other.setLoadDefaultMap(true);
-    EXPECT_TRUE(other.loadDefaultMapIfAsked() && other.getAssignmentCount() == 3);
 }
 
 TEST_F(ParametersMidiControl, CoalescedOnTheMessageThreadInOrder)
@@ -254,8 +244,5 @@ TEST_F(ParametersMidiControl, CoalescedOnTheMessageThreadInOrder)
     control.removeAssignment(99);
     pump();
     EXPECT_TRUE(recorder.calls.isEmpty()) << "changes without notification stay quiet";
-
     control.removeListener(&recorder);
-    control.setLearnMode(false);
-    EXPECT_TRUE(recorder.calls.isEmpty());
 }

@@ -1,6 +1,5 @@
 // What an instance starts with and leaves behind: the user settings file, the
-// drum map and the control map it names, where the settings live, and the
-// embedded resources.
+// drum map and the control map it names, and where the settings live.
 
 #include "PluginTestHost.h"
 
@@ -31,18 +30,12 @@ std::map<int, int> mapOf(const DrumMachine& plugin)
 }
 } // namespace
 
-TEST(PluginUserSettings, SequencerDefaultsAndOutputNumbersReachTheLiveValuesAndComeBack)
+TEST(PluginUserSettings, SequencerDefaultsOutputNumbersAndPatternResourcesReachTheInstanceAndComeBack)
 {
     const juce::TemporaryFile settings(".ini");
     const juce::String sequencer = "<InternalSequencer><IntSeq state=\"off\"/><IntSync state=\"off\"/><HostMode state=\"on\"/>"
                                    "<NoteOff state=\"on\"/><HostPlayDetection type=\"byLowestCNoteOn\"/></InternalSequencer>";
-    juce::String outputs = "<AudioOutputSettings><OutCharacteristics type=\"stereo\"/><OutAssignations>";
-    for (int i = 0; i < instrumentCount; ++i)
-        outputs << "<" << shortCodes[i] << " out=\"" << (i == 0 ? 4 : i == 16 ? 12
-                                                                              : 1)
-                << "\"/>";
-    outputs << "</OutAssignations></AudioOutputSettings>";
-    H::writeSettings(settings.getFile(), outputs.replace("SD out=\"1\"", "SD out=\"13\"") + sequencer);
+    H::writeSettings(settings.getFile(), "<AudioOutputSettings><OutAssignations><BD out=\"4\"/><SD out=\"13\"/><CH out=\"12\"/></OutAssignations></AudioOutputSettings>" + sequencer);
     {
         PluginTestHost host(48000.0, 512, settings.getFile());
         auto& plugin = *host.plugin;
@@ -60,12 +53,10 @@ TEST(PluginUserSettings, SequencerDefaultsAndOutputNumbersReachTheLiveValuesAndC
     const auto written = juce::parseXML(settings.getFile());
     ASSERT_NE(written, nullptr);
     EXPECT_EQ(oneLine(written->getChildByName("InternalSequencer")), sequencer);
-    EXPECT_EQ(oneLine(written->getChildByName("AudioOutputSettings")), outputs);
-}
+    EXPECT_EQ(written->getChildByName("AudioOutputSettings")->getChildByName("OutAssignations")->getChildByName("BD")->getIntAttribute("out"), 4);
 
-TEST(PluginUserSettings, PatternResourcesOfEveryKindAreLoadedAndWrittenBack)
-{
-    const juce::TemporaryFile settings(".ini"), userBank(".qdptrbH");
+    // Pattern resources of every kind are loaded and written back.
+    const juce::TemporaryFile resourceSettings(".ini"), userBank(".qdptrbH");
     {
         QuindrelSeq source(nullptr, nullptr);
         source.getHostPatternAt(0).setName("Mine");
@@ -74,26 +65,26 @@ TEST(PluginUserSettings, PatternResourcesOfEveryKindAreLoadedAndWrittenBack)
     }
     const auto resources = "<ResourcesSettings><DMSeqRes><HostPatterns default=\"userDefinedPatterns\" file=\"" + userBank.getFile().getFullPathName() +
                            "\"/><NativePatterns default=\"clearPatterns\"/><Patterns default=\"factoryPatterns\"/></DMSeqRes></ResourcesSettings>";
-    H::writeSettings(settings.getFile(), resources);
+    H::writeSettings(resourceSettings.getFile(), resources);
     {
-        PluginTestHost host(48000.0, 512, settings.getFile());
-        auto& seq = *host.plugin->getQuindrelSeq();
+        PluginTestHost resourceHost(48000.0, 512, resourceSettings.getFile());
+        auto& seq = *resourceHost.plugin->getQuindrelSeq();
         EXPECT_EQ(seq.getPatternName(0, DrumMachineSeq::hostType), "Mine");
         EXPECT_EQ(seq.getHostPatternAt(0).getTrackString(0), "o.o.............");
         EXPECT_EQ(seq.getPatternName(3, DrumMachineSeq::nativeType), "Pattern 4") << "native patterns start cleared";
         EXPECT_EQ(seq.getNativePatternAt(3).getVariation(0).getPart(0).getTrackString(0), "................");
     }
-    const auto written = juce::parseXML(settings.getFile());
-    ASSERT_NE(written, nullptr);
-    EXPECT_EQ(oneLine(written->getChildByName("ResourcesSettings")->getChildByName("DMSeqRes")), oneLine(juce::parseXML(resources)->getChildByName("DMSeqRes")));
+    const auto writtenResources = juce::parseXML(resourceSettings.getFile());
+    ASSERT_NE(writtenResources, nullptr);
+    EXPECT_EQ(oneLine(writtenResources->getChildByName("ResourcesSettings")->getChildByName("DMSeqRes")), oneLine(juce::parseXML(resources)->getChildByName("DMSeqRes")));
 
     // An unknown word leaves the kind as it was: the factory's.
-    H::writeSettings(settings.getFile(), "<ResourcesSettings><DMSeqRes><NativePatterns default=\"someOther\"/></DMSeqRes></ResourcesSettings>");
-    PluginTestHost host(48000.0, 512, settings.getFile());
-    EXPECT_NE(host.plugin->getQuindrelSeq()->getPatternName(0, DrumMachineSeq::nativeType), "Pattern 1");
+    H::writeSettings(resourceSettings.getFile(), "<ResourcesSettings><DMSeqRes><NativePatterns default=\"someOther\"/></DMSeqRes></ResourcesSettings>");
+    PluginTestHost resourceHost(48000.0, 512, resourceSettings.getFile());
+    EXPECT_NE(resourceHost.plugin->getQuindrelSeq()->getPatternName(0, DrumMachineSeq::nativeType), "Pattern 1");
 }
 
-TEST(PluginDrumMap, TheFactoryMapAndBothFormsOfAFile)
+TEST(PluginDrumMap, TheFactoryMapBothFormsOfAFileAndSavedMapsStartingTheNextInstance)
 {
     PluginTestHost host;
     auto& plugin = *host.plugin;
@@ -123,21 +114,14 @@ TEST(PluginDrumMap, TheFactoryMapAndBothFormsOfAFile)
     EXPECT_TRUE(mapOf(plugin).empty()) << "an unknown version reads nothing";
     plugin.loadDrumMap(*juce::parseXML("<Other ver=\"1.1\"><assign midiKey=\"1\" instrument=\"SD\"/></Other>"));
     EXPECT_TRUE(mapOf(plugin).empty()) << "another root changes nothing";
-}
 
-TEST(PluginDrumMap, SavedMapsAndControlMapsStartTheNextInstance)
-{
+    // A saved map and a control map start the next instance; an older control map is read too.
     juce::TemporaryFile drumMap(".qddrmap"), controlMap(".qdccmap"), settings(".ini");
-    {
-        PluginTestHost host;
-        host.plugin->loadDrumMap(*juce::parseXML("<DrumMap ver=\"1.1\" name=\"Two\"><assign midiKey=\"20\" instrument=\"CB\"/><assign midiKey=\"21\" instrument=\"BD\"/></DrumMap>"));
-        ASSERT_TRUE(host.plugin->saveDrumMap(drumMap.getFile()));
-        EXPECT_TRUE(host.plugin->getDrumMapExtension() == ".qddrmap" && host.plugin->getDrumMapWildcard() == "*.qddrmap");
-
-        // An older control map, by the plug-in.
-        host.plugin->loadMidiMap(*juce::parseXML("<MidiCCMap><assign CC=\"10\" param=\"SD Tone\"/></MidiCCMap>"));
-        EXPECT_EQ(host.plugin->getMidiControl().getAssignment(10), host.plugin->getParameterManager().getParameter("Snare Drum Tone"));
-    }
+    plugin.loadDrumMap(*juce::parseXML("<DrumMap ver=\"1.1\" name=\"Two\"><assign midiKey=\"20\" instrument=\"CB\"/><assign midiKey=\"21\" instrument=\"BD\"/></DrumMap>"));
+    ASSERT_TRUE(plugin.saveDrumMap(drumMap.getFile()));
+    EXPECT_TRUE(plugin.getDrumMapExtension() == ".qddrmap" && plugin.getDrumMapWildcard() == "*.qddrmap");
+    plugin.loadMidiMap(*juce::parseXML("<MidiCCMap><assign CC=\"10\" param=\"SD Tone\"/></MidiCCMap>"));
+    EXPECT_EQ(plugin.getMidiControl().getAssignment(10), plugin.getParameterManager().getParameter("Snare Drum Tone"));
     const auto xml = juce::parseXML(drumMap.getFile());
     ASSERT_NE(xml, nullptr);
     EXPECT_TRUE(xml->getStringAttribute("application") == "Quindrel" && xml->getStringAttribute("ver") == "1.1" && xml->getChildElement(0)->getIntAttribute("midiKey") == 20);
@@ -171,15 +155,4 @@ TEST(PluginPaths, SettingsLiveInTheUsersFolderNeverInABundle)
     // must neither take the build machine's settings into the manifest nor
     // leave a settings file behind.
     EXPECT_EQ(PluginPaths::forModule("Quindrel", juce::File("/build/LV2/Quindrel.lv2/Quindrel.so"), juce::File("/build/juce_lv2_helper"), config).settingsFile, juce::File());
-}
-
-TEST(PluginResources, FoundByNameAndTypeIgnoringCaseAndMissingGivesNothing)
-{
-    const auto text = Resources::loadResourceText("default.QDDRMAP");
-    EXPECT_TRUE(text.startsWith("<?xml") && text == Resources::loadResourceText("DEFAULT.qddrmap"));
-    const auto data = Resources::loadResourceData("default.qddrmap");
-    EXPECT_TRUE(data.has_value() && data->getSize() == (size_t) text.getNumBytesAsUTF8());
-    EXPECT_FALSE(Resources::loadResourceData("nothing.XML").has_value());
-    juce::Image image;
-    EXPECT_FALSE(Resources::loadResourceImage("none.PNG", image));
 }

@@ -36,7 +36,7 @@ std::vector<bool> only(int index, bool value = true)
 }
 } // namespace
 
-TEST(PluginEvents, MuteAndSoloTogglesAndInverses)
+TEST(PluginEvents, MuteSoloAndSelectionButtons)
 {
     PluginTestHost host;
     auto& params = host.plugin->getParameterManager();
@@ -53,6 +53,22 @@ TEST(PluginEvents, MuteAndSoloTogglesAndInverses)
     EXPECT_EQ(flags(params, solo), only(0, false));
     host.fire("Inverse Closed Hi Hat Mute");
     EXPECT_EQ(flags(params, mute), only(16));
+
+    // Selection keeps the last track and needs editing.
+    host.fire("Select Snare Drum");
+    EXPECT_EQ(params.getInt(instrumentSelection), 0) << "not editing: ignored";
+
+    host.fire("Toggle Host Mode"); // host mode edits
+    host.fire("Select Snare Drum");
+    EXPECT_TRUE(params.getInt(instrumentSelection) == 1 && params.getInt(instrumentSelectionWithAccentFirst) == 2);
+    EXPECT_TRUE(params.getBool(selection + 1) && !params.getBool(selection + 0));
+    host.fire("Toggle Snare Drum Selection");
+    EXPECT_TRUE(params.getBool(selection + 1)) << "the only one stays";
+    host.fire("Toggle Accent Selection");
+    host.fire("Toggle Snare Drum Selection"); // now the snare may go
+    EXPECT_TRUE(!params.getBool(selection + 1) && params.getBool(selection + 17));
+    host.fire("Select Accent");
+    EXPECT_EQ(params.getInt(instrumentSelectionWithAccentFirst), 0);
 }
 
 TEST(PluginEvents, UnknownAndInactiveEventsChangeNothing)
@@ -74,46 +90,18 @@ TEST(PluginEvents, UnknownAndInactiveEventsChangeNothing)
     EXPECT_TRUE(plugin.runRequest.load() == 0 && plugin.internalSync);
 }
 
-TEST(PluginEvents, SelectionKeepsTheLastTrackAndNeedsEditing)
-{
-    PluginTestHost host;
-    auto& params = host.plugin->getParameterManager();
-    host.fire("Select Snare Drum");
-    EXPECT_EQ(params.getInt(instrumentSelection), 0) << "not editing: ignored";
-
-    host.fire("Toggle Host Mode"); // host mode edits
-    host.fire("Select Snare Drum");
-    EXPECT_TRUE(params.getInt(instrumentSelection) == 1 && params.getInt(instrumentSelectionWithAccentFirst) == 2);
-    EXPECT_TRUE(params.getBool(selection + 1) && !params.getBool(selection + 0));
-    host.fire("Toggle Snare Drum Selection");
-    EXPECT_TRUE(params.getBool(selection + 1)) << "the only one stays";
-    host.fire("Toggle Accent Selection");
-    host.fire("Toggle Snare Drum Selection"); // now the snare may go
-    EXPECT_TRUE(!params.getBool(selection + 1) && params.getBool(selection + 17));
-    host.fire("Select Accent");
-    EXPECT_EQ(params.getInt(instrumentSelectionWithAccentFirst), 0);
-}
-
 TEST(PluginEvents, PatternNumberAndStepLightsFollowTheModes)
 {
     PluginTestHost host;
     auto& params = host.plugin->getParameterManager();
     auto& seq = *host.plugin->getQuindrelSeq();
-    auto lit = [](std::initializer_list<int> steps)
-    {
-        std::vector<double> lights(16, 0.0);
-        for (int s : steps)
-            lights[(size_t) s] = 1.0;
-        return lights;
-    };
-
     // Native play mode: the step row chooses patterns; the one a run starts with blinks.
     EXPECT_TRUE(params.getBool(nativeModeReadyState) && params.getInt(patternNumber) == 1);
     host.fire("Press Step 03");
     host.fire("Press Step 15");
     EXPECT_TRUE(seq.getBasicPattern() == 2 && seq.getFillPattern() == 14);
     EXPECT_EQ(params.getInt(patternNumber), 3) << "while stopped the chosen pattern is the one shown";
-    EXPECT_EQ(host.stepLights(), lit({ 2, 14 }));
+    EXPECT_EQ(host.stepLights(), (std::vector<double>{ 0, 0, 1, 0, 0, 0, 0, 0, 0, 0, 0, 0, 0, 0, 1, 0 }));
     EXPECT_TRUE(params.getBool(stepBlinking + 2));
     host.fire("Tap/IntroSet/FillInTrigger/Accept"); // the intro starts the run instead
     EXPECT_TRUE(seq.getStartType() == QuindrelSeq::startWithFillIn && params.getBool(stepBlinking + 14) && !params.getBool(stepBlinking + 2));
@@ -148,7 +136,7 @@ TEST(PluginEvents, PatternNumberAndStepLightsFollowTheModes)
     // No internal sequencer: nothing shown.
     host.fire("Toggle Internal Sequencer");
     EXPECT_TRUE(params.getInt(patternNumber) == 0 && params.getText(patternName) == "" && params.getValue(patternTempo) == 30.0);
-    EXPECT_EQ(host.stepLights(), lit({}));
+    EXPECT_EQ(host.stepLights(), std::vector<double>(16, 0.0));
     for (int s = 0; s < 16; ++s)
         EXPECT_FALSE(params.getBool(stepLengthState + s)) << s;
 }

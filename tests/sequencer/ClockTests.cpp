@@ -84,7 +84,7 @@ TEST(SequencerClock, EventsFallOnTheFirstSamplePastEachBoundary)
             }
 }
 
-TEST(SequencerClock, ZeroPulseWidthZeroTempoStopAndRestart)
+TEST(SequencerClock, ZeroPulseWidthZeroTempoTempoChangesStopAndRestart)
 {
     // 44.1 kHz, 120 bpm: a step every 5512.5 samples. Restarted at any sample,
     // as block processing does with its gate clocks, the clock fires there.
@@ -109,25 +109,22 @@ TEST(SequencerClock, ZeroPulseWidthZeroTempoStopAndRestart)
     withoutTempo.run(100000);
     EXPECT_EQ(withoutTempo.events.size(), 1u) << "without a tempo only the first step fires";
     EXPECT_GT(still.samplesToChange, 0) << "it waits for ever, without overflow";
+
+    // 120 bpm at 48 kHz for 4000 samples, then 90: the step at 0.25 beat and
+    // its pulse end at 0.375 come at the new pace.
+    Clock changed;
+    Harness paced(changed, 48000.0, 120.0);
+    paced.run(4000);
+    changed.setTempo(90.0);
+    EXPECT_NEAR(paced.next().sample, 4000 + (0.25 - 4000.0 / 24000.0) * 32000.0, 1.0);
+    EXPECT_NEAR(paced.next().sample, 4000 + (0.375 - 4000.0 / 24000.0) * 32000.0, 1.0);
 }
 
-TEST(SequencerClock, PositionWrittenFromOutside)
+TEST(SequencerClock, PositionWrittenFromOutsideAndNearnessToThePreviousStep)
 {
-    // Written below 0, the clock is silent until the position reaches 0, 0.1
-    // beat later; then the first step fires as a first step.
-    {
-        Clock clock;
-        Harness h(clock);
-        h.run(6000);
-        clock.setPosition(-0.1);
-        const auto e = h.next();
-        EXPECT_NEAR(e.sample, 6000 + 0.1 * 22050, 1.0);
-        EXPECT_TRUE(e.state == 0 && e.first);
-        EXPECT_FALSE(h.next().first);
-    }
-
-    // Near a boundary: 44.1 kHz, 120 bpm, steps of 0.25 beat, a tolerance of
-    // 0.00125 beat either side.
+    // 44.1 kHz, 120 bpm, steps of 0.25 beat, a tolerance of 0.00125 beat
+    // either side of a boundary. Written below 0, the clock is silent until
+    // the position reaches 0; then the first step fires as a first step.
     const double tol = 0.25 * 0.005, spb = 22050.0;
     const struct
     {
@@ -139,6 +136,7 @@ TEST(SequencerClock, PositionWrittenFromOutside)
         bool oneASample; // the three changes on consecutive samples
         const char* what;
     } cases[] = {
+        { false, 3, -0.125, { 0, 1, 0 }, 0.0, false, "below 0: silent until 0" },
         { false, 2, 0.25 + 0.4 * tol, { 0, 1, 0 }, -1, false, "just past an awaited step: it fires at once" },
         { false, 2, 0.25 + 2.0 * tol, { 0, 1, 0 }, 0.5, false, "further past: that step is lost" },
         { false, 3, 0.25 - 0.4 * tol, { 1, 0, 1 }, 0.375, false, "set back just before a step that fired: not again" },
@@ -158,41 +156,22 @@ TEST(SequencerClock, PositionWrittenFromOutside)
         const int at = h.sample;
         const auto e = h.next();
         EXPECT_EQ(e.sample, c.waitFor < 0 ? at : at + (int) std::ceil((c.waitFor - c.position) * spb)) << c.what;
-        EXPECT_EQ(e.state, c.states[0]) << c.what;
+        EXPECT_TRUE(e.state == c.states[0] && e.first == (c.position < 0.0)) << c.what;
         EXPECT_EQ(h.next().state, c.states[1]) << c.what;
         EXPECT_EQ(h.next().state, c.states[2]) << c.what;
         EXPECT_TRUE(!c.oneASample || h.events.back().sample == at + 2) << c.what;
     }
-}
 
-TEST(SequencerClock, TempoChangeTakesEffectFromTheCurrentPosition)
-{
-    // 120 bpm, 24000 samples a beat, for 4000 samples; then 90 bpm, 32000 a
-    // beat: the step at 0.25 beat and its pulse end at 0.375 come at the new pace.
-    Clock clock;
-    Harness h(clock, 48000.0, 120.0);
-    h.run(4000);
-    clock.setTempo(90.0);
-    const double position = 4000.0 / 24000.0;
-    EXPECT_NEAR(h.next().sample, 4000 + (0.25 - position) * 32000.0, 1.0);
-    EXPECT_NEAR(h.next().sample, 4000 + (0.375 - position) * 32000.0, 1.0);
-}
-
-TEST(SequencerClock, NearPreviousStepIsStrictAtHalfway)
-{
+    // Near the previous step: strictly before halfway.
     // Shuffle 0.5: a pair's first step lasts 1.5 steps, the second 0.5.
     ShuffledClock shuffled;
     shuffled.setShuffle(0.5);
     Clock plain;
-    for (const auto& [position, near] : { std::pair{ 0.35, true }, { 0.375, false }, { 0.4, false }, { 0.25, false } })
+    const std::tuple<Clock*, double, bool> nearness[] = { { &plain, 0.35, true }, { &plain, 0.375, false }, { &plain, 0.4, false }, { &plain, 0.25, false }, { &shuffled, 0.18, true }, { &shuffled, 0.1875, false }, { &shuffled, 0.2, false }, { &shuffled, 0.43, true }, { &shuffled, 0.4375, false } };
+    for (const auto& [clock, position, near] : nearness)
     {
-        plain.position = position;
-        EXPECT_EQ(plain.isNearPreviousStep(), near) << "plain at " << position;
-    }
-    for (const auto& [position, near] : { std::pair{ 0.18, true }, { 0.1875, false }, { 0.2, false }, { 0.43, true }, { 0.4375, false } })
-    {
-        shuffled.position = position;
-        EXPECT_EQ(shuffled.isNearPreviousStep(), near) << "shuffled at " << position;
+        clock->position = position;
+        EXPECT_EQ(clock->isNearPreviousStep(), near) << (clock == &plain ? "plain" : "shuffled") << " at " << position;
     }
 }
 

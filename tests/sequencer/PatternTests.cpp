@@ -22,12 +22,6 @@ TEST(SequencerPattern, DefaultsAndClamps)
     second.setCanBeEmpty(false);
     EXPECT_EQ(second.getLength(), 1) << "a part that may no longer be empty";
 
-    for (int scale = 0; scale <= 9; ++scale)
-    {
-        first.setScale(scale);
-        EXPECT_EQ(first.getScale(), scale == 3 || scale == 6 || scale == 8 ? scale : 4) << "scale " << scale;
-    }
-
     const double nan = std::numeric_limits<double>::quiet_NaN();
     const double shuffles[][2] = { { -0.1, 0.0 }, { 0.5, 0.5 }, { 0.8, 0.8 }, { 0.81, 0.8 }, { nan, 0.0 } };
     for (const auto& s : shuffles)
@@ -47,7 +41,7 @@ TEST(SequencerPattern, DefaultsAndClamps)
     }
 }
 
-TEST(SequencerPattern, AccentTrackIsOffOrAccentedOnEveryWritePathButTheRawOne)
+TEST(SequencerPattern, AccentTrackIsOffOrAccentedOnEveryWritePathButTheRawOneAndTracksWriteTheirLength)
 {
     constexpr int ac = Tracks::accent;
     Pattern p, raw, copy, tracks;
@@ -73,6 +67,18 @@ TEST(SequencerPattern, AccentTrackIsOffOrAccentedOnEveryWritePathButTheRawOne)
     p.setStep(18, 0, 1);
     p.setRawStep(0, 16, true, true);
     EXPECT_TRUE(p.getStep(18, 0) == 0 && p.getStep(0, 16) == 0 && p.getStep(-1, 0) == 0) << "out of range";
+
+    // A track is written as long as its part.
+    Pattern notation;
+    const int values[] = { 0, 1, 2, 3, 1, 0, 3, 3, 0, 0, 1, 1, 2, 0, 3, 1 };
+    for (int s = 0; s < 16; ++s)
+        notation.setStep(4, s, values[s]);
+    EXPECT_EQ(notation.getTrackString(4), ".o.Oo.OO..oo..Oo") << "accent without on writes as off";
+    notation.setLength(5);
+    EXPECT_EQ(notation.getTrackString(4), ".o.Oo") << "exactly the length";
+    EXPECT_EQ(Variation().getPart(1).getTrackString(0), "");
+
+    EXPECT_TRUE(Tracks::indexOf("SD") == 1 && Tracks::indexOf("CH") == 16 && Tracks::indexOf("AC") == 17 && Tracks::indexOf("bd") == -1);
 }
 
 TEST(SequencerPattern, CopiesKeepTheTargetsTempoAndEmptiness)
@@ -104,24 +110,4 @@ TEST(SequencerPattern, CopiesKeepTheTargetsTempoAndEmptiness)
     EXPECT_TRUE(b.getName() == "Bossa" && b.getVariation(1).getShuffle() == 0.4 && b.getVariation(1).getPart(1).getLength() == 12);
     EXPECT_EQ(b.getVariation(1).getTempo(), 133.0) << "tempo is not copied";
     EXPECT_EQ(b.getVariation(0).getPart(1).getLength(), 0) << "an absent part is copied as absent";
-}
-
-TEST(SequencerPattern, StepNotationRoundTrip)
-{
-    Pattern p, read;
-    const int values[] = { 0, 1, 2, 3, 1, 0, 3, 3, 0, 0, 1, 1, 2, 0, 3, 1 };
-    for (int s = 0; s < 16; ++s)
-        p.setStep(4, s, values[s]);
-    EXPECT_EQ(p.getTrackString(4), ".o.Oo.OO..oo..Oo") << "accent without on writes as off";
-    p.setLength(5);
-    EXPECT_EQ(p.getTrackString(4), ".o.Oo") << "exactly the length";
-    EXPECT_EQ(Variation().getPart(1).getTrackString(0), "");
-
-    read.setTrackString(4, p.getTrackString(4));
-    read.setTrackString(1, "oooooooooooooooooooo");
-    read.setTrackString(2, "Ox-o");
-    EXPECT_EQ(read.getTrackString(4), ".o.Oo...........");
-    EXPECT_EQ(read.getTrackString(1), "oooooooooooooooo") << "16 characters at most";
-    EXPECT_EQ(read.getTrackString(2), "O..o............") << "anything else reads as off";
-    EXPECT_TRUE(Tracks::indexOf("SD") == 1 && Tracks::indexOf("CH") == 16 && Tracks::indexOf("AC") == 17 && Tracks::indexOf("bd") == -1);
 }

@@ -1,3 +1,4 @@
+#include "plugin/PluginTestHost.h"
 #include "sequencer/QuindrelSeq.h"
 
 #include <gtest/gtest.h>
@@ -27,37 +28,16 @@ void scribble(Pattern& pattern)
         pattern.setTrackString(track, "oooooooooooooooo");
 }
 
-// Different content in every slot of both stores.
+// The factory's patterns, with a name to escape and values off the knobs' steps.
 void fill(QuindrelSeq& seq)
 {
-    for (int i = 0; i < QuindrelSeq::hostPatternCount; ++i)
-    {
-        auto& pattern = seq.getHostPatternAt(i);
-        pattern.setName("Host " + juce::String(i) + " & <co>");
-        pattern.setLength(1 + i % 16);
-        pattern.setScale(i % 2 == 0 ? 4 : 6);
-        pattern.setShuffle(i * 0.0071);
-        pattern.setTempo(30.0 + i * 2.7);
-        pattern.setStep(i % 18, i % 16, 1 + 2 * (i % 2));
-        pattern.setStep(17, (i + 3) % 16, 1);
-    }
-    for (int i = 0; i < QuindrelSeq::nativePatternCount; ++i)
-    {
-        auto& pattern = seq.getNativePatternAt(i);
-        pattern.setName("Native " + juce::String(i));
-        for (int v = 0; v < 2; ++v)
-        {
-            pattern.getVariation(v).setShuffle(0.148724 * v);
-            pattern.getVariation(v).setTempo(116.0 + i + v * 0.3);
-            for (int p = 0; p < 2; ++p)
-            {
-                auto& part = pattern.getVariation(v).getPart(p);
-                part.setLength(p == 1 && i % 3 == 0 ? 0 : 4 + i % 13);
-                part.setScale(p == 0 ? 3 : 8);
-                part.setStep((i + v + p) % 17, p, 3);
-            }
-        }
-    }
+    PluginTestHost::loadFactoryBanks(seq);
+    auto& odd = seq.getHostPatternAt(95);
+    odd.setName("Kick & <Snare>");
+    odd.setScale(6);
+    odd.setShuffle(0.148724);
+    odd.setTempo(116.3);
+    seq.getNativePatternAt(15).getVariation(1).getPart(1).setScale(8);
 }
 } // namespace
 
