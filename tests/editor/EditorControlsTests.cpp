@@ -295,8 +295,7 @@ TEST(EditorControls, RockerFiresByHalfAndPanelPassesClicksToItsChildren)
     EXPECT_EQ(box.getControllers().size(), 1) << "an unknown tag is skipped";
     auto& inner = p.control<GFXButton>("Inner");
     EXPECT_EQ(inner.getPosition(), juce::Point<int>(15, 10)) << "offset by ofsX and ofsY";
-    EXPECT_EQ(box.getComponentAt(16, 11), &inner);
-    EXPECT_EQ(box.getComponentAt(80, 50), nullptr) << "the panel itself takes no clicks";
+    EXPECT_TRUE(box.getComponentAt(16, 11) == &inner && box.getComponentAt(80, 50) == nullptr) << "the panel itself takes no clicks";
     click(inner);
     EXPECT_TRUE(p.muted("Cow Bell")) << "the editor listens to the panel's children";
 }

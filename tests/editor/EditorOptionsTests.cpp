@@ -20,11 +20,7 @@ Page& page(OpenPanel& panel, const char* tab)
     return *dynamic_cast<Page*>(panel.editor().getOptionsWindow()->getPage(tab));
 }
 
-using Presets = BasePluginEditorOldStyle::PresetsSettingsComponent;
-using Outputs = DrumMachineEditor::OutputsSettingsComponent;
 using Sequencer = DrumMachineEditor::SequencerSettingsComponent;
-using Patterns = DrumMachineEditor::PatternsSettingsComponent;
-using DrumMap = DrumMachineEditor::DrumMapSettingsComponent;
 
 // A click on a plain JUCE button arrives through the message loop.
 void press(juce::Button& button)
@@ -68,11 +64,11 @@ TEST(EditorOptions, EveryPageShowsTheSettingsAndWritesAChangeAtOnce)
     auto& options = *first.editor().getOptionsWindow();
     EXPECT_EQ(options.getTabs().getCurrentTabIndex(), 0) << "the MIDI page first";
 
-    auto& presets = page<Presets>(first, "Presets");
-    auto& outputs = page<Outputs>(first, "Outputs");
+    auto& presets = page<BasePluginEditorOldStyle::PresetsSettingsComponent>(first, "Presets");
+    auto& outputs = page<DrumMachineEditor::OutputsSettingsComponent>(first, "Outputs");
     auto& sequencer = page<Sequencer>(first, "Sequencer");
-    auto& patterns = page<Patterns>(first, "Patterns");
-    auto& drumMap = page<DrumMap>(first, "Drum map");
+    auto& patterns = page<DrumMachineEditor::PatternsSettingsComponent>(first, "Patterns");
+    auto& drumMap = page<DrumMachineEditor::DrumMapSettingsComponent>(first, "Drum map");
     auto& midi = *first.editor().getMidiControlComponent();
     auto& defaultPresets = presets.getDefaultPresets();
     EXPECT_TRUE(presets.getStoring().getSelectedIndex() == 0 && defaultPresets.getSelectedIndex() == 2 && defaultPresets.getPathComponent().isEnabled());

@@ -40,7 +40,6 @@ struct Panel : OpenPanel
     }
 };
 
-const juce::String lengthHint = "Set pattern length using step buttons.";
 const juce::String learnPrompt = "Waiting for a controller or parameter movement...";
 } // namespace
 
@@ -180,7 +179,7 @@ TEST(EditorPanel, LearnPromptsStayAboveHintsAndFollowThePicks)
 
     p.press("Toggle Length Mode");
     p.press("Toggle Length Mode");
-    EXPECT_EQ(p.status().getMessage(), lengthHint) << "with learn off the hint shows";
+    EXPECT_EQ(p.status().getMessage(), "Set pattern length using step buttons.") << "with learn off the hint shows";
 
     // A controller's move shows above the hint, below a mouse move.
     p.controller(20, 127);

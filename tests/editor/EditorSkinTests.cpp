@@ -8,6 +8,7 @@
 #include "editor/GFXKnob.h"
 #include "editor/GFXMultiStateButton.h"
 #include "editor/GFXToggleButton.h"
+#include "plugin/Resources.h"
 
 using namespace editortest;
 
@@ -111,4 +112,20 @@ TEST(EditorSkin, LinksAndActionsBindByNameAndSkipWhatTheyDoNotKnow)
     EXPECT_TRUE(panel.editor().getOptionsWindow()->isShown());
 
     EXPECT_EQ(panel.control<GFXKnob>("Missing").getBounds(), juce::Rectangle<int>(0, 0, 33, 44)) << "no image: size from the skin, position (0, 0)";
+}
+
+// The shipped skin on the built editor: every control is there, and every
+// link is bound to its parameter.
+TEST(EditorSkin, TheBuiltInSkinBuildsEveryControlAndBindsEveryLink)
+{
+    const auto xml = juce::parseXML(Resources::loadResourceText("skin.xml"));
+    ASSERT_NE(xml, nullptr);
+    OpenPanel panel;
+    EXPECT_EQ(panel.editor().getControls().size(), xml->getNumChildElements());
+    for (const auto* element : xml->getChildIterator())
+    {
+        const auto name = element->getStringAttribute("name");
+        auto* controller = dynamic_cast<GUIController*>(panel.editor().findControl(name));
+        EXPECT_TRUE(controller != nullptr && (controller->getParameter() != nullptr) == (element->getChildByName("links") != nullptr)) << name;
+    }
 }

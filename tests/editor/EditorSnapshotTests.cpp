@@ -2,7 +2,6 @@
 
 #include "EditorTestSupport.h"
 
-#include "plugin/Resources.h"
 #include "support/RenderProcess.h"
 
 using namespace editortest;
@@ -43,9 +42,7 @@ TEST(EditorSnapshot, PaintsTheSkinFromAFolderWithTheValuesAtTheEndAndAScriptWork
 
     // Without a folder: the built-in skin.
     ASSERT_EQ(runRender({ "--seconds", "0.1", "--snapshot", file("built-in.png") }).exitCode, 0);
-    juce::Image background;
-    ASSERT_TRUE(Resources::loadResourceImage("Background.png", background));
-    EXPECT_EQ(juce::ImageFileFormat::loadFrom(juce::File(file("built-in.png"))).getWidth(), background.getWidth());
+    EXPECT_EQ(juce::ImageFileFormat::loadFrom(juce::File(file("built-in.png"))).getWidth(), 900) << "the shipped background's width";
 
     // A name the panel lacks, a click with no panel or a folder with no skin of
     // ours: one line, nothing written.

@@ -29,24 +29,23 @@ std::unique_ptr<juce::XmlElement> bank(std::initializer_list<int> groups)
 }
 
 float live(const Quindrel& plugin, int id) { return (float) plugin.getParameterManager().getNormalised(id); }
-void fire(Quindrel& plugin, const char* name) { PluginTestHost::fire(plugin, name); }
 } // namespace
 
 TEST(PresetsPlugin, SteppingAppliesTheNeighbourAndStopsAtTheEnds)
 {
     auto plugin = makePlugin();
     auto& parameters = plugin->getParameterManager();
-    fire(*plugin, "Select previous preset");
+    PluginTestHost::fire(*plugin, "Select previous preset");
     EXPECT_EQ(plugin->getCurrentPreset(), 0) << "no wrap below 0";
 
     plugin->selectPreset(4, true);
-    fire(*plugin, "Select next preset");
+    PluginTestHost::fire(*plugin, "Select next preset");
     EXPECT_TRUE(plugin->getCurrentPreset() == 5 && parameters.getInt(ParameterIds::currentPresetNumber) == 5 && parameters.getText(ParameterIds::currentPresetName) == plugin->getPresetName(5));
     EXPECT_FLOAT_EQ(live(*plugin, bassDrumDecay), plugin->getPresetValue(5, bassDrumDecay));
 
     plugin->selectPreset(127, true);
     const auto decay = live(*plugin, bassDrumDecay);
-    fire(*plugin, "Select next preset");
+    PluginTestHost::fire(*plugin, "Select next preset");
     EXPECT_TRUE(plugin->getCurrentPreset() == 127 && live(*plugin, bassDrumDecay) == decay) << "no wrap past 127, and a refused step applies nothing";
 }
 
@@ -96,14 +95,14 @@ TEST(PresetsPlugin, CopyStoreAndTheStoringModes)
     auto plugin = makePlugin();
     plugin->renamePreset(0, "Kick");
     plugin->getParameterManager().setNormalised(bassDrumDecay, 0.875f); // not stored
-    fire(*plugin, "Copy current preset");
+    PluginTestHost::fire(*plugin, "Copy current preset");
     plugin->selectPreset(1, true);
-    fire(*plugin, "Paste copied preset");
-    fire(*plugin, "Paste copied preset");
+    PluginTestHost::fire(*plugin, "Paste copied preset");
+    PluginTestHost::fire(*plugin, "Paste copied preset");
     EXPECT_TRUE(plugin->getPresetName(1) == "Kick_copy" && plugin->getPresetValue(1, bassDrumDecay) == 0.875f) << "pasting again adds nothing";
-    fire(*plugin, "Copy current preset");
+    PluginTestHost::fire(*plugin, "Copy current preset");
     plugin->selectPreset(2, true);
-    fire(*plugin, "Paste copied preset");
+    PluginTestHost::fire(*plugin, "Paste copied preset");
     EXPECT_EQ(plugin->getParameterManager().getText(ParameterIds::currentPresetName), "Kick_copy_copy");
 
     // On demand a change not stored is lost by stepping away and back; the
@@ -112,9 +111,9 @@ TEST(PresetsPlugin, CopyStoreAndTheStoringModes)
     {
         plugin->getParameterManager().setNormalised(bassDrumDecay, value);
         if (store != nullptr)
-            fire(*plugin, store);
-        fire(*plugin, "Select next preset");
-        fire(*plugin, "Select previous preset");
+            PluginTestHost::fire(*plugin, store);
+        PluginTestHost::fire(*plugin, "Select next preset");
+        PluginTestHost::fire(*plugin, "Select previous preset");
         return live(*plugin, bassDrumDecay);
     };
     ASSERT_NE(plugin->getPresetValue(2, bassDrumDecay), 0.125f);
@@ -129,7 +128,7 @@ TEST(PresetsPlugin, FilesRoundToSixDecimalsAndSaveByteIdentically)
     auto plugin = makePlugin();
     juce::TemporaryFile presetFile(".qdprs"), bankFile(".qdprsb"), again(".qdprsb"), garbage(".qdprsb");
     plugin->getParameterManager().setNormalised(bassDrumDecay, 0.1234567f);
-    fire(*plugin, "Store current preset");
+    PluginTestHost::fire(*plugin, "Store current preset");
     ASSERT_TRUE(plugin->savePresetFile(presetFile.getFile()));
     EXPECT_TRUE(presetFile.getFile().loadFileAsString().contains("<param name=\"Bass Drum Decay\" value=\"0.123457\"/>"));
 

@@ -39,8 +39,8 @@ TEST(PresetsPluginState, SaveRestoreSaveGivesTheSameBytesAndTheSameSong)
 
         auto restored = makePlugin();
         restore(*restored, saved);
-        EXPECT_EQ(stateOf(*restored), saved) << (busy ? "busy instance" : "default instance");
-        EXPECT_EQ(textOf(stateOf(*restored)), textOf(saved));
+        EXPECT_EQ(textOf(stateOf(*restored)), textOf(saved)) << (busy ? "busy instance" : "default instance");
+        EXPECT_EQ(stateOf(*restored), saved);
 
         if (!busy)
             continue;

@@ -34,8 +34,7 @@ TEST(PresetsUserSettings, ANewInstanceStartsAsTheLastOneLeftItAndFromDefaultsWit
         EXPECT_TRUE(second->getLastDirectory() == folder && second->internalSequencer && second->hostMode);
     }
 
-    const auto text = settings.getFile().loadFileAsString();
-    EXPECT_TRUE(text.contains("<PresetSettings storing=\"automatic\"/>")) << "and no \"changing\", which is no option here";
+    EXPECT_TRUE(settings.getFile().loadFileAsString().contains("<PresetSettings storing=\"automatic\"/>")) << "and no \"changing\", which is no option here";
 
     // The bank file gone: the factory bank, the choice kept for when it comes back.
     bank.getFile().deleteFile();
