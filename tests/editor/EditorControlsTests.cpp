@@ -47,10 +47,7 @@ struct ControlsPanel : SkinnedPanel
   <gfx resource="Toggle3D.png"/><pos left="10" top="100"/></ToggleButton>
 <ToggleButton name="T2" style="3D" clickEvent="onPress" dragGroup="row"><links><link as="connectedTo" param="Mid Tom Mute"/></links>
   <gfx resource="Toggle3D.png"/><pos left="40" top="100"/></ToggleButton>
-<ToggleButton name="T3" style="3D" clickEvent="onPress" dragGroup="row"><links><link as="connectedTo" param="Hi Tom Mute"/></links>
-  <gfx resource="Toggle3D.png"/><pos left="70" top="100"/></ToggleButton>
-<Rocker name="Rocker"><actions><action type="onMoreClick" event="Toggle Claves Mute"/><action type="onLessClick" event="Toggle Rim Shot Mute"/>
-  <action type="onMoreClickWithCtrl" event="Toggle Maracas Mute"/></actions>
+<Rocker name="Rocker"><actions><action type="onMoreClick" event="Toggle Claves Mute"/><action type="onLessClick" event="Toggle Rim Shot Mute"/></actions>
   <gfx resource="Rocker.png" framesNum="3"/><pos left="300" top="100"/></Rocker>
 <Animation name="Led"><links><link as="connectedTo" param="Cymbal Mute"/></links>
   <gfx resource="Led.png" framesNum="3"/><pos left="340" top="100"/></Animation>
@@ -81,7 +78,7 @@ struct GestureLog : Parameter::Listener
 };
 } // namespace
 
-TEST(EditorControls, KnobDragsFromWhereItStoodWith250PixelsForTheRange)
+TEST(EditorControls, KnobDragsFromWhereItStoodAndMovesFinerWithCtrlAndByStepsOnTheWheel)
 {
     ControlsPanel p;
     auto& knob = p.control<GFXKnob>("Level");
@@ -91,9 +88,8 @@ TEST(EditorControls, KnobDragsFromWhereItStoodWith250PixelsForTheRange)
     pump();
     EXPECT_EQ(shownFrame(knob), 2);
 
-    // The press itself moves nothing; sideways moves nothing; 50 px up is 0.2.
+    // Neither the press nor a sideways move moves it; 50 px up is 0.2.
     down(knob, { 15, 25 });
-    EXPECT_NEAR(level.getNormalised(), 0.2, 1e-6);
     moveTo(knob, { 80, 25 }, { 15, 25 });
     EXPECT_NEAR(level.getNormalised(), 0.2, 1e-6);
     moveTo(knob, { 15, -25 }, { 15, 25 });
@@ -102,8 +98,7 @@ TEST(EditorControls, KnobDragsFromWhereItStoodWith250PixelsForTheRange)
     up(knob, { 15, -500 }, { 15, 25 });
     EXPECT_EQ(level.getNormalised(), 1.0);
     EXPECT_TRUE(log.begins == 1 && log.ends == 1);
-    EXPECT_EQ(p.editor().getStatusBar()->getMessage(), "Bass Drum Level: " + p.plugin->getParameterDisplayText(0));
-    EXPECT_EQ(p.editor().getStatusBar()->getPriority(), 6);
+    EXPECT_TRUE(p.editor().getStatusBar()->getMessage() == "Bass Drum Level: " + p.plugin->getParameterDisplayText(0) && p.editor().getStatusBar()->getPriority() == 6);
     knob.mouseDoubleClick(mouseAt(knob, { 15, 15 }, { 15, 15 }));
     EXPECT_EQ(level.getNormalised(), 1.0) << "a double click is nothing";
 
@@ -115,17 +110,10 @@ TEST(EditorControls, KnobDragsFromWhereItStoodWith250PixelsForTheRange)
     EXPECT_EQ(level.getNormalised(), 1.0);
     knob.setEnabled(true);
     EXPECT_EQ(shownFrame(knob), 10);
-}
 
-TEST(EditorControls, KnobWithCtrlMovesBySpeedAndTheWheelBySteps)
-{
-    ControlsPanel p;
-    auto& knob = p.control<GFXKnob>("Level");
-    auto& level = p.parameter("Bass Drum Level");
+    // With Ctrl slow is fine and fast is coarse: 10 px gives 0.0019953, 50 px 0.0563747.
     level.setNormalised(0.5f, true);
     pump();
-
-    // Slow is fine and fast is coarse: 10 px gives 0.0019953, 50 px 0.0563747.
     down(knob, { 15, 100 }, withCtrl);
     moveTo(knob, { 15, 90 }, { 15, 100 }, withCtrl);
     EXPECT_NEAR(level.getNormalised(), 0.5019953, 1e-6);
@@ -135,7 +123,6 @@ TEST(EditorControls, KnobWithCtrlMovesBySpeedAndTheWheelBySteps)
     EXPECT_NEAR(level.getNormalised(), 0.5563747, 1e-6);
     up(knob, { 15, 50 }, { 15, 100 });
 
-    GestureLog log(level);
     level.setNormalised(0.5f, true);
     pump();
     const auto wheel = [&](float x, float y, juce::ModifierKeys mods)
@@ -146,21 +133,17 @@ TEST(EditorControls, KnobWithCtrlMovesBySpeedAndTheWheelBySteps)
     EXPECT_NEAR(level.getNormalised(), 0.575, 1e-6) << "sideways counts reversed, and wins";
     wheel(0.0f, 1.0f, leftButton);
     EXPECT_NEAR(level.getNormalised(), 0.575, 1e-6) << "not while a button is held";
-    EXPECT_TRUE(log.begins == 2 && log.ends == 2);
+    EXPECT_TRUE(log.begins == 4 && log.ends == 4) << "one gesture for each drag and each wheel step";
+
+    // A knob of one frame shows it at every value.
+    p.parameter("Snare Drum Level").setNormalised(0.7f, true);
+    pump();
+    EXPECT_EQ(shownFrame(p.control<GFXKnob>("Single")), 0);
 }
 
-TEST(EditorControls, OneFrameKnobAndSwitchPositions)
+TEST(EditorControls, AHorizontalSwitchJumpsToWhereItIsClicked)
 {
     ControlsPanel p;
-    auto& single = p.control<GFXKnob>("Single");
-    for (const float value : { 0.0f, 0.5f, 1.0f })
-    {
-        p.parameter("Snare Drum Level").setNormalised(value, true);
-        pump();
-        EXPECT_EQ(shownFrame(single), 0);
-    }
-
-    // A horizontal switch jumps to where it is clicked; a vertical one has its top at 1.
     auto& variation = p.control<GFXSwitch>("Variation");
     auto& mode = p.parameter("Basic Variation Mode");
     click(variation);
@@ -169,14 +152,9 @@ TEST(EditorControls, OneFrameKnobAndSwitchPositions)
     EXPECT_NEAR(mode.getNormalised(), 1.0, 0.04);
     pump();
     EXPECT_EQ(shownFrame(variation), 2);
-    variation.setSwitchStyle("Vertical");
-    drag(variation, { 15, 1 }, {});
-    EXPECT_NEAR(mode.getNormalised(), 0.9, 0.1);
-    drag(variation, { 15, 9 }, {});
-    EXPECT_NEAR(mode.getNormalised(), 0.1, 0.1);
 }
 
-TEST(EditorControls, ButtonsFireOnPressOrReleaseAndRepeatWhileHeld)
+TEST(EditorControls, ButtonsFireOnPressOrReleaseAndRepeatWhileHeldAndListenersMayLeave)
 {
     ControlsPanel p;
     auto& release = p.control<GFXButton>("Release");
@@ -185,11 +163,9 @@ TEST(EditorControls, ButtonsFireOnPressOrReleaseAndRepeatWhileHeld)
     drag(release, { 10, 10 }, { { 100, 10 } });
     EXPECT_FALSE(p.muted("Bass Drum"));
     down(release, { 10, 10 });
-    EXPECT_EQ(shownFrame(release), 1);
-    EXPECT_FALSE(p.muted("Bass Drum"));
+    EXPECT_TRUE(shownFrame(release) == 1 && !p.muted("Bass Drum"));
     up(release, { 10, 10 }, { 10, 10 });
-    EXPECT_TRUE(p.muted("Bass Drum"));
-    EXPECT_EQ(shownFrame(release), 0);
+    EXPECT_TRUE(shownFrame(release) == 0 && p.muted("Bass Drum"));
 
     // The tooltip names what a click would do now.
     auto& repeat = p.control<GFXButton>("Repeat");
@@ -213,9 +189,30 @@ TEST(EditorControls, ButtonsFireOnPressOrReleaseAndRepeatWhileHeld)
     up(repeat, { 10, 10 }, { 10, 10 });
     pump(250);
     EXPECT_EQ(clicks, 4) << "release stops the repeat";
+
+    // A listener may leave, and take another with it, while it is called.
+    struct Leaver : GUIController::Listener
+    {
+        void controllerEvent(GUIController& c, int) override
+        {
+            ++calls;
+            c.removeListener(this);
+            if (other != nullptr)
+                c.removeListener(other);
+        }
+        GUIController::Listener* other = nullptr;
+        int calls = 0;
+    } first, second;
+    first.other = &second;
+    static_cast<GUIController&>(release).addListener(&second);
+    static_cast<GUIController&>(release).addListener(&first);
+    const bool muted = p.muted("Bass Drum");
+    click(release);
+    EXPECT_TRUE(first.calls == 1 && second.calls == 0);
+    EXPECT_NE(p.muted("Bass Drum"), muted) << "the editor, added first, still heard it";
 }
 
-TEST(EditorControls, MultiStateButtonMovesOnlyWithItsParameter)
+TEST(EditorControls, MultiStateButtonMovesOnlyWithItsParameterAndFlashes)
 {
     ControlsPanel p;
     auto& mute = p.control<GFXMultiStateButton>("Mute");
@@ -232,13 +229,11 @@ TEST(EditorControls, MultiStateButtonMovesOnlyWithItsParameter)
     EXPECT_TRUE(p.muted("Bass Drum"));
     EXPECT_EQ(mute.getCurrentState(), 0) << "the click itself moves nothing";
     pump();
-    EXPECT_EQ(mute.getCurrentState(), 1);
-    EXPECT_EQ(shownFrame(mute), 2);
+    EXPECT_TRUE(mute.getCurrentState() == 1 && shownFrame(mute) == 2);
 
     // Ctrl fires the other event: this one alone off, all others on.
     click(mute, withCtrl);
-    EXPECT_FALSE(p.muted("Bass Drum"));
-    EXPECT_TRUE(p.muted("Snare Drum"));
+    EXPECT_TRUE(!p.muted("Bass Drum") && p.muted("Snare Drum"));
 
     // Blinking shows state 0 in the off phase; the running light inverts and wins.
     pump();
@@ -255,55 +250,30 @@ TEST(EditorControls, MultiStateButtonMovesOnlyWithItsParameter)
     mute.setBlinking(false);
     mute.setRunningLight(false);
     EXPECT_EQ(shownFrame(mute), 2);
-}
 
-TEST(EditorControls, FlashLightsFor175MillisecondsAndRestartsWhenLit)
-{
-    ControlsPanel p;
-    auto& mute = p.control<GFXMultiStateButton>("Mute");
+    // A flash lights for 175 ms, and a flash while lit starts the time again.
+    p.parameter("Bass Drum Mute").setBool(false, true);
+    pump();
     auto& led = p.control<GFXAnimation>("Led");
-
     mute.flash();
     led.flash();
-    EXPECT_EQ(mute.getCurrentState(), 1);
-    EXPECT_EQ(led.getFrame(), 1);
+    EXPECT_TRUE(mute.getCurrentState() == 1 && led.getFrame() == 1);
     pump(110);
     mute.flash();
     pump(110);
-    EXPECT_EQ(mute.getCurrentState(), 1) << "the second flash restarted the time";
-    EXPECT_EQ(led.getFrame(), 0);
+    EXPECT_TRUE(mute.getCurrentState() == 1 && led.getFrame() == 0) << "the second flash restarted the time";
     pump(150);
     EXPECT_EQ(mute.getCurrentState(), 0);
 }
 
-TEST(EditorControls, TogglesWriteTheirParameterAndPaintARowInOneSweep)
+// No shipped panel has toggles, and a script's click is all a skin of one's
+// own gets: the click and the parameter, not the row swept by a drag.
+TEST(EditorControls, AToggleAndItsParameterMoveEachOther)
 {
     ControlsPanel p;
-    auto& first = p.control<GFXToggleButton>("T1");
-    auto& third = p.control<GFXToggleButton>("T3");
-
-    // Off does not sink: 3D frames are 0 off (pressed or not), 2 on, 3 on and pressed.
-    down(first, { 5, 5 });
-    EXPECT_TRUE(p.muted("Low Tom"));
-    EXPECT_EQ(shownFrame(first), 3);
-    // The sweep reaches the third toggle's left edge, 60 px to the right.
-    moveTo(first, { 30, 5 }, { 5, 5 });
-    EXPECT_TRUE(p.muted("Mid Tom"));
-    EXPECT_FALSE(p.muted("Hi Tom"));
-    moveTo(first, { 66, 5 }, { 5, 5 });
-    up(first, { 66, 5 }, { 5, 5 });
-    EXPECT_TRUE(p.muted("Hi Tom"));
-    EXPECT_EQ(shownFrame(third), 2);
-
-    // A sweep from an on toggle paints them off.
-    down(third, { 5, 5 });
-    EXPECT_FALSE(p.muted("Hi Tom"));
-    EXPECT_EQ(shownFrame(third), 0) << "an off toggle does not sink";
-    moveTo(third, { -60, 5 }, { 5, 5 });
-    up(third, { -60, 5 }, { 5, 5 });
-    EXPECT_FALSE(p.muted("Low Tom") || p.muted("Mid Tom"));
-
-    // The parameter moves the toggle without writing back.
+    auto& toggle = p.control<GFXToggleButton>("T1");
+    click(toggle);
+    EXPECT_TRUE(p.muted("Low Tom") && shownFrame(toggle) == 2);
     p.parameter("Mid Tom Mute").setBool(true, true);
     pump();
     EXPECT_TRUE(p.control<GFXToggleButton>("T2").getToggleState());
@@ -314,50 +284,18 @@ TEST(EditorControls, RockerFiresByHalfAndPanelPassesClicksToItsChildren)
     ControlsPanel p;
     auto& rocker = p.control<GFXRocker>("Rocker");
     down(rocker, { 10, 5 });
-    EXPECT_TRUE(p.muted("Claves"));
-    EXPECT_EQ(shownFrame(rocker), GFXRocker::morePressed);
+    EXPECT_TRUE(p.muted("Claves") && shownFrame(rocker) == GFXRocker::morePressed);
     up(rocker, { 10, 5 }, { 10, 5 });
     EXPECT_EQ(shownFrame(rocker), GFXRocker::atRest);
-    drag(rocker, { 10, 5 }, {}, withCtrl);
-    EXPECT_TRUE(p.muted("Maracas")) << "Ctrl on the upper half";
     down(rocker, { 10, 35 });
-    EXPECT_TRUE(p.muted("Rim Shot"));
-    EXPECT_EQ(shownFrame(rocker), GFXRocker::lessPressed);
+    EXPECT_TRUE(p.muted("Rim Shot") && shownFrame(rocker) == GFXRocker::lessPressed);
     up(rocker, { 10, 35 }, { 10, 35 });
 
     auto& box = p.control<GFXPanel>("Box");
     EXPECT_EQ(box.getControllers().size(), 1) << "an unknown tag is skipped";
     auto& inner = p.control<GFXButton>("Inner");
     EXPECT_EQ(inner.getPosition(), juce::Point<int>(15, 10)) << "offset by ofsX and ofsY";
-    EXPECT_EQ(box.getComponentAt(16, 11), &inner);
-    EXPECT_EQ(box.getComponentAt(80, 50), nullptr) << "the panel itself takes no clicks";
+    EXPECT_TRUE(box.getComponentAt(16, 11) == &inner && box.getComponentAt(80, 50) == nullptr) << "the panel itself takes no clicks";
     click(inner);
     EXPECT_TRUE(p.muted("Cow Bell")) << "the editor listens to the panel's children";
-}
-
-TEST(EditorControls, ListenersMayLeaveWhileTheyAreCalled)
-{
-    ControlsPanel p;
-    auto& release = p.control<GFXButton>("Release");
-
-    struct Leaver : GUIController::Listener
-    {
-        void controllerEvent(GUIController& c, int) override
-        {
-            ++calls;
-            c.removeListener(this);
-            if (other != nullptr)
-                c.removeListener(other);
-        }
-        GUIController::Listener* other = nullptr;
-        int calls = 0;
-    } first, second;
-    first.other = &second;
-    static_cast<GUIController&>(release).addListener(&second);
-    static_cast<GUIController&>(release).addListener(&first);
-
-    click(release);
-    EXPECT_EQ(first.calls, 1);
-    EXPECT_EQ(second.calls, 0);
-    EXPECT_TRUE(p.muted("Bass Drum")) << "the editor, added first, still heard it";
 }

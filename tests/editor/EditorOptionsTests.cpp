@@ -9,7 +9,6 @@
 #include "editor/options/DrumMachineSettingsPages.h"
 #include "editor/options/MidiControlComponent.h"
 #include "editor/options/PresetsSettingsComponent.h"
-#include "parameters/ParameterIds.h"
 
 using namespace editortest;
 
@@ -21,11 +20,7 @@ Page& page(OpenPanel& panel, const char* tab)
     return *dynamic_cast<Page*>(panel.editor().getOptionsWindow()->getPage(tab));
 }
 
-using Presets = BasePluginEditorOldStyle::PresetsSettingsComponent;
-using Outputs = DrumMachineEditor::OutputsSettingsComponent;
 using Sequencer = DrumMachineEditor::SequencerSettingsComponent;
-using Patterns = DrumMachineEditor::PatternsSettingsComponent;
-using DrumMap = DrumMachineEditor::DrumMapSettingsComponent;
 
 // A click on a plain JUCE button arrives through the message loop.
 void press(juce::Button& button)
@@ -45,113 +40,82 @@ void choose(ComboBoxEx& box, const juce::String& text)
 }
 } // namespace
 
-TEST(EditorOptions, EveryPageShowsTheSettingsWritesAChangeAtOnceAndTheNextInstanceStartsWithIt)
+TEST(EditorOptions, EveryPageShowsTheSettingsAndWritesAChangeAtOnce)
 {
     juce::TemporaryFile settings(".ini"), userBank(".qdprsb"), hostBank(".qdptrbH"), savedMap(".qddrmap");
-    const auto folder = settings.getFile().getParentDirectory();
-    const auto mapWithoutExtension = folder.getChildFile("my-kit-map");
-    const auto ccMap = folder.getChildFile("options-default.qdccmap");
-    {
-        OpenPanel first(settings.getFile());
-        auto& plugin = *first.plugin;
+    const auto mapWithoutExtension = settings.getFile().getSiblingFile("my-kit-map");
+    const auto ccMap = settings.getFile().getSiblingFile("options-default.qdccmap");
+    OpenPanel first(settings.getFile());
+    auto& plugin = *first.plugin;
 
-        // Values the plug-in holds before the window opens show in it.
-        plugin.setPresetStoring(BasePluginOldStyle::automatic);
-        plugin.setPresetsResource(BasePluginOldStyle::userDefinedPresets, userBank.getFile().getFullPathName());
-        plugin.setStoredInstrumentOutput(3, 5);
-        plugin.setStoredOutputType(DrumMachine::monoOutputs);
-        plugin.defaultHostMode = true;
-        plugin.hostPlayDetection = DrumMachine::byLowestCNoteOn;
-        plugin.getSequencer()->nativeResourceKind = DrumMachineSeq::clearPatterns;
-        plugin.setDrumMapSource(1, savedMap.getFile().getFullPathName());
-        plugin.getMidiControl().setLoadDefaultMap(true);
-        plugin.getMidiControl().setDefaultMapFile(ccMap.getFullPathName());
+    // Values the plug-in holds before the window opens show in it.
+    plugin.setPresetStoring(BasePluginOldStyle::automatic);
+    plugin.setPresetsResource(BasePluginOldStyle::userDefinedPresets, userBank.getFile().getFullPathName());
+    plugin.setStoredInstrumentOutput(3, 5);
+    plugin.setStoredOutputType(DrumMachine::monoOutputs);
+    plugin.defaultHostMode = true;
+    plugin.hostPlayDetection = DrumMachine::byLowestCNoteOn;
+    plugin.getSequencer()->nativeResourceKind = DrumMachineSeq::clearPatterns;
+    plugin.setDrumMapSource(1, savedMap.getFile().getFullPathName());
+    plugin.getMidiControl().setLoadDefaultMap(true);
+    plugin.getMidiControl().setDefaultMapFile(ccMap.getFullPathName());
 
-        first.editor().performEvent(BasePluginEditor::optionsEvent);
-        auto& options = *first.editor().getOptionsWindow();
-        EXPECT_EQ(options.getTabs().getCurrentTabIndex(), 0) << "the MIDI page first";
+    first.editor().performEvent(BasePluginEditor::optionsEvent);
+    auto& options = *first.editor().getOptionsWindow();
+    EXPECT_EQ(options.getTabs().getCurrentTabIndex(), 0) << "the MIDI page first";
 
-        auto& presets = page<Presets>(first, "Presets");
-        auto& outputs = page<Outputs>(first, "Outputs");
-        auto& sequencer = page<Sequencer>(first, "Sequencer");
-        auto& patterns = page<Patterns>(first, "Patterns");
-        auto& drumMap = page<DrumMap>(first, "Drum map");
-        auto& midi = *first.editor().getMidiControlComponent();
-        EXPECT_EQ(presets.getStoring().getSelectedIndex(), 0);
-        EXPECT_FALSE(presets.getChanging().isEnabled()) << "this plug-in has no changing option";
-        EXPECT_EQ(presets.getDefaultPresets().getSelectedIndex(), 2);
-        EXPECT_EQ(presets.getDefaultPresets().getPath(), userBank.getFile().getFullPathName());
-        EXPECT_TRUE(presets.getDefaultPresets().getPathComponent().isEnabled());
-        EXPECT_EQ(outputs.getOutputBox(3).getText(), "5");
-        EXPECT_EQ(outputs.getOutputType().getSelectedIndex(), 1);
-        EXPECT_EQ(outputs.getTriggerBox().getText(), " - None - ");
-        EXPECT_TRUE(sequencer.getDefaultBox(2).isChecked());
-        EXPECT_EQ(sequencer.getDetection().getSelectedIndex(), 1);
-        EXPECT_EQ(patterns.getNativePatterns().getSelectedIndex(), 1);
-        EXPECT_FALSE(patterns.getNativePatterns().getPathComponent().isEnabled());
-        EXPECT_EQ(drumMap.getDefaultMap().getSelectedIndex(), 1);
-        EXPECT_EQ(drumMap.getKeysText(14), "49 (C#2), 51 (D#2), 52 (E2), 59 (B2)");
-        EXPECT_TRUE(midi.getDefaultMapBox().isChecked());
+    auto& presets = page<BasePluginEditorOldStyle::PresetsSettingsComponent>(first, "Presets");
+    auto& outputs = page<DrumMachineEditor::OutputsSettingsComponent>(first, "Outputs");
+    auto& sequencer = page<Sequencer>(first, "Sequencer");
+    auto& patterns = page<DrumMachineEditor::PatternsSettingsComponent>(first, "Patterns");
+    auto& drumMap = page<DrumMachineEditor::DrumMapSettingsComponent>(first, "Drum map");
+    auto& midi = *first.editor().getMidiControlComponent();
+    auto& defaultPresets = presets.getDefaultPresets();
+    EXPECT_TRUE(presets.getStoring().getSelectedIndex() == 0 && defaultPresets.getSelectedIndex() == 2 && defaultPresets.getPathComponent().isEnabled());
+    EXPECT_EQ(defaultPresets.getPath(), userBank.getFile().getFullPathName());
+    EXPECT_FALSE(presets.getChanging().isEnabled()) << "this plug-in has no changing option";
+    EXPECT_TRUE(outputs.getOutputBox(3).getText() == "5" && outputs.getOutputType().getSelectedIndex() == 1 && outputs.getTriggerBox().getText() == " - None - ");
+    EXPECT_TRUE(sequencer.getDefaultBox(2).isChecked() && sequencer.getDetection().getSelectedIndex() == 1);
+    EXPECT_TRUE(patterns.getNativePatterns().getSelectedIndex() == 1 && !patterns.getNativePatterns().getPathComponent().isEnabled());
+    EXPECT_TRUE(drumMap.getDefaultMap().getSelectedIndex() == 1 && midi.getDefaultMapBox().isChecked());
+    EXPECT_EQ(drumMap.getKeysText(14), "49 (C#2), 51 (D#2), 52 (E2), 59 (B2)");
 
-        // Each change reaches the plug-in as it is made.
-        press(presets.getStoring().getButton(1));
-        EXPECT_EQ(plugin.getPresetStoring(), BasePluginOldStyle::onDemand);
-        press(presets.getDefaultPresets().getButton(1));
-        EXPECT_EQ(plugin.getPresetsResourceKind(), BasePluginOldStyle::clearPresets);
-        EXPECT_EQ(first.editor().getStatusBar()->getMessage(), "Default Presets settings will be affected when plugin is loaded.");
+    // Each change reaches the plug-in as it is made.
+    press(presets.getStoring().getButton(1));
+    EXPECT_EQ(plugin.getPresetStoring(), BasePluginOldStyle::onDemand);
+    press(presets.getDefaultPresets().getButton(1));
+    EXPECT_TRUE(plugin.getPresetsResourceKind() == BasePluginOldStyle::clearPresets && first.editor().getStatusBar()->getMessage() == "Default Presets settings will be affected when plugin is loaded.");
 
-        choose(outputs.getOutputBox(1), "7");
-        EXPECT_EQ(plugin.getStoredInstrumentOutput(1), 7);
-        EXPECT_EQ(plugin.getInstrumentOutput(1), 1) << "a default, not the output in use";
-        plugin.setInstrumentOutput(12, 9);
-        outputs.getSetFromCurrentButton().click({});
-        EXPECT_EQ(plugin.getStoredInstrumentOutput(12), 9);
-        EXPECT_EQ(plugin.getStoredInstrumentOutput(1), 1) << "every default takes the output in use";
-        EXPECT_EQ(outputs.getOutputBox(12).getText(), "9");
-        press(outputs.getOutputType().getButton(0));
-        EXPECT_EQ(plugin.getStoredOutputType(), DrumMachine::stereoOutputs);
-        choose(outputs.getTriggerBox(), "11");
-        EXPECT_TRUE(plugin.getCore()->isTriggerOutEnabled());
-        EXPECT_EQ(plugin.getTriggerOutput(), 11);
-        choose(outputs.getTriggerSourceBox(), "Cow Bell");
-        EXPECT_EQ(plugin.getCore()->triggerOutSource, 12);
+    choose(outputs.getOutputBox(1), "7");
+    EXPECT_TRUE(plugin.getStoredInstrumentOutput(1) == 7 && plugin.getInstrumentOutput(1) == 1) << "a default, not the output in use";
+    plugin.setInstrumentOutput(12, 9);
+    outputs.getSetFromCurrentButton().click({});
+    EXPECT_TRUE(plugin.getStoredInstrumentOutput(12) == 9 && plugin.getStoredInstrumentOutput(1) == 1) << "every default takes the output in use";
+    EXPECT_EQ(outputs.getOutputBox(12).getText(), "9");
+    press(outputs.getOutputType().getButton(0));
+    EXPECT_EQ(plugin.getStoredOutputType(), DrumMachine::stereoOutputs);
+    choose(outputs.getTriggerBox(), "11");
+    EXPECT_TRUE(plugin.getCore()->isTriggerOutEnabled() && plugin.getTriggerOutput() == 11);
+    choose(outputs.getTriggerSourceBox(), "Cow Bell");
+    EXPECT_EQ(plugin.getCore()->triggerOutSource, 12);
 
-        press(sequencer.getDefaultBox(3).getButton());
-        EXPECT_TRUE(plugin.defaultNoteOffMode);
-        EXPECT_FALSE(plugin.noteOffMode) << "a default changes nothing in use";
-        press(sequencer.getDetection().getButton(0));
-        EXPECT_EQ(plugin.hostPlayDetection.load(), DrumMachine::byTransportChange);
+    press(sequencer.getDefaultBox(3).getButton());
+    EXPECT_TRUE(plugin.defaultNoteOffMode && !plugin.noteOffMode) << "a default changes nothing in use";
+    press(sequencer.getDetection().getButton(0));
+    EXPECT_EQ(plugin.hostPlayDetection.load(), DrumMachine::byTransportChange);
 
-        press(patterns.getHostPatterns().getButton(2));
-        patterns.getHostPatterns().getPathComponent().choose(hostBank.getFile());
-        EXPECT_EQ(plugin.getSequencer()->hostResourceKind, DrumMachineSeq::userDefinedPatterns);
-        EXPECT_EQ(plugin.getSequencer()->hostResourceFile, hostBank.getFile().getFullPathName());
+    press(patterns.getHostPatterns().getButton(2));
+    patterns.getHostPatterns().getPathComponent().choose(hostBank.getFile());
+    EXPECT_TRUE(plugin.getSequencer()->hostResourceKind == DrumMachineSeq::userDefinedPatterns && plugin.getSequencer()->hostResourceFile == hostBank.getFile().getFullPathName());
 
-        ASSERT_TRUE(drumMap.saveMap(mapWithoutExtension));
-        EXPECT_TRUE(mapWithoutExtension.withFileExtension(".qddrmap").existsAsFile());
-        savedMap.getFile().replaceWithText(R"(<DrumMap application="Quindrel" ver="1.1" name="Mine"><assign midiKey="60" instrument="CY"/></DrumMap>)");
-        ASSERT_TRUE(drumMap.loadMap(savedMap.getFile()));
-        EXPECT_EQ(plugin.getKeyInstrument(60), 14);
-        EXPECT_EQ(drumMap.getKeysText(14), "60 (C3)");
-        EXPECT_EQ(drumMap.getKeysText(0), "---");
+    ASSERT_TRUE(drumMap.saveMap(mapWithoutExtension));
+    EXPECT_TRUE(mapWithoutExtension.withFileExtension(".qddrmap").existsAsFile());
+    savedMap.getFile().replaceWithText(R"(<DrumMap application="Quindrel" ver="1.1" name="Mine"><assign midiKey="60" instrument="CY"/></DrumMap>)");
+    ASSERT_TRUE(drumMap.loadMap(savedMap.getFile()));
+    EXPECT_TRUE(plugin.getKeyInstrument(60) == 14 && drumMap.getKeysText(14) == "60 (C3)" && drumMap.getKeysText(0) == "---");
 
-        press(midi.getDefaultMapBox().getCheckBox().getButton());
-        EXPECT_FALSE(plugin.getMidiControl().getLoadDefaultMap());
-        EXPECT_EQ(first.editor().getStatusBar()->getMessage(), "Default Map settings will be affected when plugin is loaded.");
-
-        click(first.control<GFXButton>("CloseButton", &options));
-        EXPECT_FALSE(options.isShown());
-    }
-
-    // The next instance starts from the file and shows it.
-    OpenPanel next(settings.getFile());
-    next.editor().performEvent(BasePluginEditor::optionsEvent);
-    EXPECT_EQ(page<Presets>(next, "Presets").getStoring().getSelectedIndex(), 1);
-    EXPECT_EQ(page<Outputs>(next, "Outputs").getOutputBox(12).getText(), "9");
-    EXPECT_TRUE(page<Sequencer>(next, "Sequencer").getCurrentBox(3).isChecked()) << "the default note-off mode is in use";
-    EXPECT_EQ(page<Patterns>(next, "Patterns").getHostPatterns().getPath(), hostBank.getFile().getFullPathName());
-    EXPECT_EQ(page<DrumMap>(next, "Drum map").getKeysText(14), "60 (C3)") << "the user's map at start";
-    EXPECT_FALSE(next.editor().getMidiControlComponent()->getDefaultMapBox().isChecked());
+    press(midi.getDefaultMapBox().getCheckBox().getButton());
+    EXPECT_TRUE(!plugin.getMidiControl().getLoadDefaultMap() && first.editor().getStatusBar()->getMessage() == "Default Map settings will be affected when plugin is loaded.");
     mapWithoutExtension.withFileExtension(".qddrmap").deleteFile();
 }
 
@@ -162,16 +126,14 @@ TEST(EditorOptions, TheSequencersModesOnThePageAndOnThePanelAgreeBothWays)
     auto& sequencer = page<Sequencer>(panel, "Sequencer");
 
     press(sequencer.getCurrentBox(2).getButton());
-    EXPECT_TRUE(panel.plugin->hostMode);
     pump();
-    EXPECT_EQ(panel.control<GFXMultiStateButton>("HostModeButton").getCurrentState(), 1) << "the panel's button shows the page's change";
+    EXPECT_TRUE(panel.plugin->hostMode && panel.control<GFXMultiStateButton>("HostModeButton").getCurrentState() == 1) << "the panel's button shows the page's change";
     panel.press("Toggle Host Mode");
     EXPECT_FALSE(sequencer.getCurrentBox(2).isChecked()) << "the page shows the panel's change";
 
     // With the internal sequencer off the other switches do nothing, here as there.
     panel.press("Toggle Internal Sequencer");
-    EXPECT_FALSE(sequencer.getCurrentBox(0).isChecked());
-    EXPECT_FALSE(sequencer.getCurrentBox(1).isEnabled());
+    EXPECT_FALSE(sequencer.getCurrentBox(0).isChecked() || sequencer.getCurrentBox(1).isEnabled());
     press(sequencer.getCurrentBox(0).getButton());
     EXPECT_TRUE(panel.plugin->internalSequencer && sequencer.getCurrentBox(1).isEnabled());
 }
@@ -192,20 +154,17 @@ TEST(EditorOptions, TheMidiPageFollowsTheMapAndLearnAndAsksBeforeClearing)
     midiControl.assign(7, &panel.parameter("Main Volume"), true);
     pump();
     ASSERT_EQ(page.getList().getNumAssignments(), 2);
-    EXPECT_EQ(page.getList().getController(0), 7);
-    EXPECT_EQ(page.getList().getParameterName(1), "Bass Drum Tone");
+    EXPECT_TRUE(page.getList().getController(0) == 7 && page.getList().getParameterName(1) == "Bass Drum Tone");
 
     // The panel's learn button ends it, and the box follows.
     editor.performEvent(BasePluginEditor::toggleMidiLearnEvent);
     pump();
-    EXPECT_FALSE(midiControl.isLearnMode());
-    EXPECT_FALSE(page.getLearnBox().isChecked());
+    EXPECT_FALSE(midiControl.isLearnMode() || page.getLearnBox().isChecked());
 
     page.getList().selectController(21);
     click(panel.control<GFXButton>("Delete Assign", &page));
     pump();
-    EXPECT_EQ(midiControl.getControllerOf(&panel.parameter("Bass Drum Tone")), -1);
-    EXPECT_EQ(page.getList().getNumAssignments(), 1);
+    EXPECT_TRUE(midiControl.getControllerOf(&panel.parameter("Bass Drum Tone")) == -1 && page.getList().getNumAssignments() == 1);
 
     // A map saved under a bare name gets the extension, and loads back.
     const auto bare = juce::File::createTempFile("").getSiblingFile("options-map");
@@ -221,13 +180,11 @@ TEST(EditorOptions, TheMidiPageFollowsTheMapAndLearnAndAsksBeforeClearing)
     click(*alert.getButton(1));
     pump();
     EXPECT_FALSE(alert.isShown());
-    EXPECT_EQ(midiControl.getControllerOf(&panel.parameter("Main Volume")), 7);
-    EXPECT_EQ(page.getList().getNumAssignments(), 1);
+    EXPECT_TRUE(midiControl.getControllerOf(&panel.parameter("Main Volume")) == 7 && page.getList().getNumAssignments() == 1);
     click(panel.control<GFXButton>("Clear All", &page));
     click(*alert.getButton(0));
     pump();
-    EXPECT_EQ(midiControl.getControllerOf(&panel.parameter("Main Volume")), -1);
-    EXPECT_EQ(page.getList().getNumAssignments(), 0);
+    EXPECT_TRUE(midiControl.getControllerOf(&panel.parameter("Main Volume")) == -1 && page.getList().getNumAssignments() == 0);
 
     ASSERT_TRUE(page.loadMap(saved));
     pump();

@@ -12,83 +12,46 @@
 
 using namespace editortest;
 
-TEST(EditorSkin, ASkinGivesItsControlsOverItsBackgroundAndAnotherRootGivesNothing)
-{
-    for (const auto* root : { "PluginEditor", "Skin" })
-    {
-        SkinnedPanel panel([root](const TestSkin& skin)
-                           {
-            skin.writeStrip("Knob.png", 20, 20, 3);
-            skin.writeSkin(300, 200, "<Knob name=\"K\"><gfx resource=\"Knob.png\" framesNum=\"3\"/></Knob>", root); });
-        auto& editor = panel.editor();
-        const bool ours = juce::String(root) == "PluginEditor";
-        EXPECT_TRUE(editor.isSkinLoaded()) << root;
-        EXPECT_EQ(editor.getControls().size(), ours ? 1 : 0) << root;
-        EXPECT_EQ(editor.getNumDefaultControls(), 0) << root << ": no grid either";
-        EXPECT_EQ(editor.getMidiLearnButton(), nullptr) << root;
-        EXPECT_EQ(editor.getPanelHeight(), ours ? 200 : BasePluginEditor::defaultHeight) << root;
-        if (ours)
-        {
-            EXPECT_EQ(editor.getWidth(), 300);
-            EXPECT_EQ(editor.getHeight(), 200 + editor.getStatusBar()->getHeight());
-            EXPECT_EQ(panel.window->getBounds(), editor.getBounds()) << "the host's window follows the panel";
-            EXPECT_EQ(panel.window->createComponentSnapshot({ 0, 0, 300, 200 }).getPixelAt(150, 100), backgroundColour);
-        }
-    }
-}
-
-TEST(EditorSkin, WithoutSkinTheGridHoldsEveryHostParameterAndWorks)
-{
-    for (const auto* text : { "", "<PluginEditor><Knob" })
-    {
-        SkinnedPanel panel([text](const TestSkin& skin)
-                           {
-            if (juce::String(text).isNotEmpty())
-                skin.getFolder().getChildFile("skin.xml").replaceWithText(text); });
-        auto& editor = panel.editor();
-        ASSERT_FALSE(editor.isSkinLoaded());
-        EXPECT_EQ(editor.getNumDefaultControls(), panel.plugin->getNumHostParameters());
-        EXPECT_EQ(editor.getWidth(), BasePluginEditor::defaultWidth);
-
-        // Every control lies inside the panel, none over another.
-        juce::Array<juce::Rectangle<int>> seen;
-        for (int id = 0; id < panel.plugin->getNumHostParameters(); ++id)
-        {
-            auto* component = editor.findControl(panel.plugin->getParameterManager().getName(id));
-            ASSERT_NE(component, nullptr) << id;
-            EXPECT_TRUE(juce::Rectangle<int>(editor.getWidth(), editor.getPanelHeight()).contains(component->getBounds())) << id;
-            for (const auto& other : seen)
-                EXPECT_FALSE(other.intersects(component->getBounds())) << id;
-            seen.add(component->getBounds());
-        }
-
-        // A knob of the grid turns its parameter; a mute is a toggle.
-        auto& level = panel.control<GFXKnob>("Bass Drum Level");
-        const auto before = panel.parameter("Bass Drum Level").getNormalised(); // the first kit's
-        drag(level, { 25, 60 }, { { 25, 35 } });
-        EXPECT_NEAR(panel.parameter("Bass Drum Level").getNormalised(), before + 0.1, 1e-6);
-        click(panel.control<GFXToggleButton>("Snare Drum Mute"));
-        EXPECT_TRUE(panel.parameter("Snare Drum Mute").getBool());
-        EXPECT_EQ(editor.getStatusBar()->getMessage(), "Snare Drum Mute: " + panel.plugin->getParameterDisplayText(60));
-    }
-}
-
-TEST(EditorSkin, EarlierControlsStackOnTopInFrontOfTheStatusBarAndBehindWindows)
+// (A skin of another root never reaches the plug-in: quindrel-render refuses it.)
+TEST(EditorSkin, ASkinGivesItsControlsOverItsBackground)
 {
     SkinnedPanel panel([](const TestSkin& skin)
                        {
-        skin.writeStrip("A.png", 40, 40, 1);
-        skin.writeStrip("B.png", 40, 40, 1);
-        skin.writeSkin(200, 100, "<Knob name=\"First\"><gfx resource=\"A.png\"/><pos left=\"10\" top=\"10\"/></Knob>"
-                                 "<Knob name=\"Second\"><gfx resource=\"B.png\"/><pos left=\"10\" top=\"10\"/></Knob>"); });
+        skin.writeStrip("Knob.png", 20, 20, 3);
+        skin.writeSkin(300, 200, "<Knob name=\"K\"><gfx resource=\"Knob.png\" framesNum=\"3\"/></Knob>"); });
     auto& editor = panel.editor();
-    EXPECT_EQ(editor.getComponentAt(30, 30), editor.findControl("First"));
-    EXPECT_LT(editor.getIndexOfChildComponent(editor.getStatusBar()), editor.getIndexOfChildComponent(editor.findControl("Second")));
-    editor.performEvent(BasePluginEditor::optionsEvent);
-    EXPECT_NE(editor.getComponentAt(30, 30), editor.findControl("First")) << "the window's cover takes the click";
+    EXPECT_TRUE(editor.isSkinLoaded() && editor.getNumDefaultControls() == 0 && editor.getMidiLearnButton() == nullptr) << "no grid either";
+    EXPECT_TRUE(editor.getControls().size() == 1 && editor.getPanelHeight() == 200);
+    EXPECT_EQ(editor.getBounds(), juce::Rectangle<int>(300, 200 + editor.getStatusBar()->getHeight()));
+    EXPECT_EQ(panel.window->getBounds(), editor.getBounds()) << "the host's window follows the panel";
+    EXPECT_EQ(panel.window->createComponentSnapshot({ 0, 0, 300, 200 }).getPixelAt(150, 100), backgroundColour);
 }
 
-TEST(EditorSkin, FrameCountsComeFromStatesAndStyleAndOddRowsAreNeverDrawn)
+// The grid stands in for a skin that cannot be read.
+TEST(EditorSkin, WithoutSkinTheGridHoldsEveryHostParameterAndWorks)
+{
+    SkinnedPanel panel([](const TestSkin& skin)
+                       { skin.getFolder().getChildFile("skin.xml").replaceWithText("<PluginEditor><Knob"); });
+    auto& editor = panel.editor();
+    ASSERT_FALSE(editor.isSkinLoaded());
+    EXPECT_TRUE(editor.getNumDefaultControls() == panel.plugin->getNumHostParameters() && editor.getWidth() == BasePluginEditor::defaultWidth);
+    for (int id = 0; id < panel.plugin->getNumHostParameters(); ++id)
+    {
+        auto* component = editor.findControl(panel.plugin->getParameterManager().getName(id));
+        EXPECT_TRUE(component != nullptr && juce::Rectangle<int>(editor.getWidth(), editor.getPanelHeight()).contains(component->getBounds())) << id;
+    }
+
+    // A knob of the grid turns its parameter; a mute is a toggle.
+    auto& level = panel.control<GFXKnob>("Bass Drum Level");
+    const auto before = panel.parameter("Bass Drum Level").getNormalised(); // the first kit's
+    drag(level, { 25, 60 }, { { 25, 35 } });
+    EXPECT_NEAR(panel.parameter("Bass Drum Level").getNormalised(), before + 0.1, 1e-6);
+    click(panel.control<GFXToggleButton>("Snare Drum Mute"));
+    EXPECT_TRUE(panel.parameter("Snare Drum Mute").getBool());
+    EXPECT_EQ(editor.getStatusBar()->getMessage(), "Snare Drum Mute: " + panel.plugin->getParameterDisplayText(60));
+}
+
+TEST(EditorSkin, FrameCountsComeFromStatesAndStyleAndEarlierControlsStackOnTop)
 {
     SkinnedPanel panel([](const TestSkin& skin)
                        {
@@ -98,8 +61,12 @@ TEST(EditorSkin, FrameCountsComeFromStatesAndStyleAndOddRowsAreNeverDrawn)
         skin.writeSkin(400, 200, "<MultiStateButton name=\"One\" states=\"1\"><gfx resource=\"Two.png\" framesNum=\"9\"/></MultiStateButton>"
                                  "<MultiStateButton name=\"Three\" states=\"3\" style=\"3D\"><gfx resource=\"Three3D.png\" framesNum=\"2\"/>"
                                  "<pos left=\"30\"/></MultiStateButton>"
-                                 "<Animation name=\"Digit\"><gfx resource=\"Digit.png\" framesNum=\"12\"/><pos left=\"60\"/></Animation>"); });
+                                 "<Animation name=\"Digit\"><gfx resource=\"Digit.png\" framesNum=\"12\"/><pos left=\"60\"/></Animation>"
+                                 "<Animation name=\"Under\"><gfx resource=\"Two.png\" framesNum=\"2\"/></Animation>"); });
+    auto& editor = panel.editor();
     auto& one = panel.control<GFXMultiStateButton>("One");
+    EXPECT_EQ(editor.getComponentAt(5, 5), &one) << "the earlier control is on top";
+    EXPECT_LT(editor.getIndexOfChildComponent(editor.getStatusBar()), editor.getIndexOfChildComponent(editor.findControl("Under")));
     EXPECT_EQ(one.getStatesNum(), 2);
     EXPECT_EQ(one.getFrameHeight(), 10);
 
@@ -135,11 +102,7 @@ TEST(EditorSkin, LinksAndActionsBindByNameAndSkipWhatTheyDoNotKnow)
     pump();
     EXPECT_EQ(shownFrame(twice), 3) << "it follows only the second link";
 
-    auto& other = panel.control<GFXKnob>("Other");
-    EXPECT_EQ(other.getParameter(), nullptr);
-    drag(other, { 10, 10 }, { { 10, -40 } });
-    EXPECT_NEAR(other.getValue(), 0.2, 1e-9) << "an unlinked knob turns";
-    EXPECT_EQ(panel.parameter("Bass Drum Level").getNormalised(), 1.0) << "but writes nothing";
+    EXPECT_EQ(panel.control<GFXKnob>("Other").getParameter(), nullptr) << "a link of another kind, or to no parameter, binds nothing";
 
     auto& options = panel.control<GFXButton>("Options");
     EXPECT_EQ(options.getTooltip(), "Options");
@@ -151,31 +114,18 @@ TEST(EditorSkin, LinksAndActionsBindByNameAndSkipWhatTheyDoNotKnow)
     EXPECT_EQ(panel.control<GFXKnob>("Missing").getBounds(), juce::Rectangle<int>(0, 0, 33, 44)) << "no image: size from the skin, position (0, 0)";
 }
 
-TEST(EditorSkin, TheBuiltInSkinBuildsEveryControlWhereItsSkinPutsIt)
+// The shipped skin on the built editor: every control is there, and every
+// link is bound to its parameter.
+TEST(EditorSkin, TheBuiltInSkinBuildsEveryControlAndBindsEveryLink)
 {
     const auto xml = juce::parseXML(Resources::loadResourceText("skin.xml"));
     ASSERT_NE(xml, nullptr);
-    juce::Image background;
-    ASSERT_TRUE(Resources::loadResourceImage(xml->getStringAttribute("background", "Background.png"), background));
-
     OpenPanel panel;
-    auto& editor = panel.editor();
-    ASSERT_TRUE(editor.isSkinLoaded());
-    EXPECT_EQ(editor.getWidth(), background.getWidth());
-    EXPECT_EQ(editor.getPanelHeight(), background.getHeight());
-    EXPECT_EQ(editor.getControls().size(), xml->getNumChildElements());
-    EXPECT_TRUE(editor.getMidiLearnButton() != nullptr && editor.getMidiActivityLed() != nullptr);
-
+    EXPECT_EQ(panel.editor().getControls().size(), xml->getNumChildElements());
     for (const auto* element : xml->getChildIterator())
     {
         const auto name = element->getStringAttribute("name");
-        auto* controller = dynamic_cast<GUIController*>(editor.findControl(name));
-        ASSERT_NE(controller, nullptr) << name;
-        const auto bounds = controller->getComponent().getBounds();
-        if (const auto* pos = element->getChildByName("pos"))
-            EXPECT_EQ(bounds.getPosition(), juce::Point<int>(pos->getIntAttribute("left"), pos->getIntAttribute("top"))) << name;
-        if (const auto* size = element->getChildByName("size"))
-            EXPECT_EQ(bounds.getWidth(), size->getIntAttribute("width")) << name;
-        EXPECT_EQ(controller->getParameter() != nullptr, element->getChildByName("links") != nullptr) << name;
+        auto* controller = dynamic_cast<GUIController*>(panel.editor().findControl(name));
+        EXPECT_TRUE(controller != nullptr && (controller->getParameter() != nullptr) == (element->getChildByName("links") != nullptr)) << name;
     }
 }

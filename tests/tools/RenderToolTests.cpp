@@ -83,11 +83,10 @@ TEST(ToolsRender, BadInputStopsTheRunWithOneLineAndWritesNothing)
         juce::StringArray arguments{ "-o", wav };
         arguments.addArray(options);
         const auto run = runRender(arguments, juce::ChildProcess::wantStdErr);
-        const auto what = arguments.joinIntoString(" ") + "\n" + run.output;
-        EXPECT_EQ(run.exitCode, 2) << what;
-        EXPECT_TRUE(run.output.startsWith("quindrel-render: ") && run.output.upToFirstOccurrenceOf("\n", false, false).contains(message)) << what;
-        EXPECT_EQ(run.output.fromFirstOccurrenceOf("\n", false, false).trim().startsWith("usage:"), usage) << what;
-        EXPECT_FALSE(juce::File(wav).exists() || juce::File(after).exists()) << what;
+        const auto firstLine = run.output.upToFirstOccurrenceOf("\n", false, false);
+        EXPECT_TRUE(run.exitCode == 2 && firstLine.startsWith("quindrel-render: ") && firstLine.contains(message)) << arguments.joinIntoString(" ") + "\n" + run.output;
+        EXPECT_EQ(run.output.fromFirstOccurrenceOf("\n", false, false).trim().startsWith("usage:"), usage) << run.output;
+        EXPECT_FALSE(juce::File(wav).exists() || juce::File(after).exists()) << arguments.joinIntoString(" ");
     };
     for (const auto& [arguments, message] : badFiles)
         check(arguments, message, false);
@@ -101,13 +100,11 @@ TEST(ToolsRender, AMidiGroovePlaysIntoAFloatWavOfEveryOutput)
 {
     Folder f;
     const auto run = runRender({ "--midi", groove, "--rate", "44100", "--block", "100", "-o", f.path("groove.wav") });
-    ASSERT_EQ(run.exitCode, 0) << run.output;
-    EXPECT_TRUE(run.output.contains("peak") && run.output.contains("real time")) << run.output;
+    ASSERT_TRUE(run.exitCode == 0 && run.output.contains("peak") && run.output.contains("real time")) << run.output;
 
     double rate = 0.0;
     const auto audio = readWav(f["groove.wav"], &rate);
-    EXPECT_EQ(rate, 44100.0);
-    EXPECT_EQ(audio.getNumChannels(), 2);
+    EXPECT_TRUE(rate == 44100.0 && audio.getNumChannels() == 2);
     EXPECT_NEAR(audio.getNumSamples() / 44100.0, 8.0 + 2.0, 0.1); // four bars and the tail
     EXPECT_GT(audio.getMagnitude(0, 0, 4410), 0.05f) << "the first bass drum is missing";
 
@@ -123,8 +120,7 @@ TEST(ToolsRender, AScriptedRenderWithASeedRepeats)
                                                "1.5\tparam\tBass Drum Rand Threshold\t0.7\n2\tevent\tNext\n3\tevent\tAccept\n");
     auto renderWithSeed = [&](const char* seed)
     {
-        const auto run = runRender({ "--script", script, "--random-seed", seed, "--native-pattern", "1", "-o", f.path("out.wav") });
-        EXPECT_EQ(run.exitCode, 0) << run.output;
+        EXPECT_EQ(runRender({ "--script", script, "--random-seed", seed, "--native-pattern", "1", "-o", f.path("out.wav") }).exitCode, 0);
         juce::MemoryBlock audio;
         f["out.wav"].loadFileAsData(audio);
         return audio;
@@ -198,16 +194,21 @@ TEST(ToolsRender, AControlMapLetsTheMidiFileMoveALevel)
     EXPECT_LT(audio.getMagnitude(0, 48000 * 2, 48000 * 2), firstBar * 1.0e-3f) << "controller 20 did not reach the bass drum level";
 }
 
-TEST(ToolsRenderPresets, AnOlderBankLoadsPlaysAndIsSavedAndListedInTheNewForm)
+TEST(ToolsRenderPresets, AnOlderBankLoadsPlaysAndIsSavedAndListedInTheNewFormAndSettingsAreSavedOnlyWhereAsked)
 {
     Folder f;
     const auto old = f.write("old.qdb", "<?xml version=\"1.0\" encoding=\"UTF-8\"?>\n<QuindrelPresetBank>"
                                         "<QuindrelPreset name=\"Quiet\"><param name=\"BD Level\" value=\"0.1\"/></QuindrelPreset>"
                                         "<QuindrelPreset name=\"Loud\"><param name=\"BD Level\" value=\"1\"/><param name=\"BD Decay\" value=\"1\"/></QuindrelPreset>"
                                         "</QuindrelPresetBank>\n");
-    ASSERT_EQ(runRender({ "--preset-bank", old, "--midi", groove, "--seconds", "2", "-o", f.path("quiet.wav") }).exitCode, 0);
+    // The user's settings are read, never written but where asked.
+    const auto settings = f.write("in.ini", "<UserSettings application=\"Quindrel\"><PresetSettings storing=\"automatic\"/></UserSettings>");
+    const auto before = f["in.ini"].loadFileAsString();
+    ASSERT_EQ(runRender({ "--preset-bank", old, "--midi", groove, "--seconds", "2", "-o", f.path("quiet.wav"), "--settings", settings, "--save-settings", f.path("out.ini") }).exitCode, 0);
+    EXPECT_EQ(f["in.ini"].loadFileAsString(), before);
+    EXPECT_TRUE(f["out.ini"].loadFileAsString().contains("<PresetSettings storing=\"automatic\"/>"));
     ASSERT_EQ(runRender({ "--preset-bank", old, "--preset", "1", "--midi", groove, "--seconds", "2", "-o", f.path("loud.wav"),
-                       "--save-preset-bank", f.path("saved.qdprsb") })
+                          "--save-preset-bank", f.path("saved.qdprsb") })
                   .exitCode,
               0);
     EXPECT_GT(readWav(f["loud.wav"]).getRMSLevel(0, 0, 96000), 2.0f * readWav(f["quiet.wav"]).getRMSLevel(0, 0, 96000));
@@ -216,9 +217,8 @@ TEST(ToolsRenderPresets, AnOlderBankLoadsPlaysAndIsSavedAndListedInTheNewForm)
     const auto listing = runRender({ "--list-presets", "--preset-bank", f.path("saved.qdprsb"), "--preset", "1" });
     ASSERT_EQ(listing.exitCode, 0) << listing.output;
     const auto lines = juce::StringArray::fromLines(listing.output.trimEnd());
-    EXPECT_EQ(lines.size(), 1 + 2 + 128 + 1) << listing.output;
+    EXPECT_TRUE(lines.size() == 1 + 2 + 128 + 1 && lines[lines.size() - 1] == "current preset: 1  Loud") << listing.output;
     EXPECT_TRUE(listing.output.contains("\n  All presets (2)\n      0  Quiet\n      1  Loud\n  Not used (126)\n      2  Preset 2\n")) << listing.output;
-    EXPECT_EQ(lines[lines.size() - 1], "current preset: 1  Loud");
 }
 
 TEST(ToolsRenderState, ASavedStatePlaysWhatWasSavedAsXmlAndAsAHostsBlock)
@@ -234,26 +234,8 @@ TEST(ToolsRenderState, ASavedStatePlaysWhatWasSavedAsXmlAndAsAHostsBlock)
     ASSERT_EQ(runRender({ "--state", f.path("song.bin"), "--seconds", "3", "-o", f.path("block.wav") }).exitCode, 0);
     EXPECT_TRUE(f["again.xml"].hasIdenticalContentTo(f["song.xml"]));
 
-    const auto a = readWav(f["first.wav"]), b = readWav(f["xml.wav"]), c = readWav(f["block.wav"]);
-    ASSERT_TRUE(a.getNumSamples() == b.getNumSamples() && b.getNumSamples() == c.getNumSamples());
+    const auto a = readWav(f["first.wav"]);
     EXPECT_GT(a.getRMSLevel(0, 0, a.getNumSamples()), 0.01f);
-    for (int i = 0; i < a.getNumSamples(); ++i)
-    {
-        ASSERT_EQ(a.getSample(0, i), b.getSample(0, i)) << "the restored song plays something else from sample " << i;
-        ASSERT_EQ(b.getSample(0, i), c.getSample(0, i)) << "XML and binary block differ at " << i;
-    }
-}
-
-TEST(ToolsRenderState, SettingsAreReadOnlyAndSavedOnlyWhereAsked)
-{
-    Folder f;
-    const auto settings = f.write("in.ini", "<UserSettings application=\"Quindrel\"><PresetSettings storing=\"automatic\"/>"
-                                            "<InternalSequencer><HostPlayDetection type=\"byLowestCNoteOn\"/></InternalSequencer></UserSettings>");
-    const auto before = f["in.ini"].loadFileAsString();
-    ASSERT_EQ(runRender({ "--settings", settings, "--seconds", "0.1", "-o", f.path("x.wav"), "--save-settings", f.path("out.ini") }).exitCode, 0);
-    EXPECT_EQ(f["in.ini"].loadFileAsString(), before);
-    const auto written = juce::parseXML(f["out.ini"]);
-    ASSERT_NE(written, nullptr);
-    EXPECT_EQ(written->getChildByName("PresetSettings")->getStringAttribute("storing"), "automatic");
-    EXPECT_EQ(written->getChildByName("InternalSequencer")->getChildByName("HostPlayDetection")->getStringAttribute("type"), "byLowestCNoteOn");
+    EXPECT_TRUE(f["xml.wav"].hasIdenticalContentTo(f["first.wav"])) << "the restored song plays something else";
+    EXPECT_TRUE(f["block.wav"].hasIdenticalContentTo(f["first.wav"])) << "XML and binary block differ";
 }
