@@ -102,6 +102,31 @@ TEST(EditorPanel, PatternDisplaysReadNotesInHostModeAndGoBlankWithoutTheSequence
     EXPECT_FALSE(p.control<GFXDisplay>("PatternNameDisplay").isEnabled());
 }
 
+// The auto fill-in switch turns like a knob (250 pixels up for the whole range),
+// and the nearest of its six positions is what it shows and what the sequencer
+// plays; sideways does nothing.
+TEST(EditorPanel, TheAutoFillInSwitchTurnsLikeAKnobToItsNearestPosition)
+{
+    Panel p;
+    auto& autoFill = p.control<GFXSwitch>("MeasuresAutoFillInKnob");
+    auto& seq = *p.plugin->getQuindrelSeq();
+    const juce::Point<float> centre { 18, 18 };
+    auto expectPosition = [&](int frame, int passes)
+    {
+        pump();
+        EXPECT_TRUE(autoFill.getFrame() == frame && seq.getAutoFill() == passes) << "frame " << autoFill.getFrame() << ", every " << seq.getAutoFill();
+    };
+
+    drag(autoFill, centre, { { 18, 8 }, { 18, -37 } }); // 55 pixels up: 0.22
+    expectPosition(1, 16);
+    drag(autoFill, centre, { { 18, -132 } }); // 150 more from where it stands: 0.82
+    expectPosition(4, 4);
+    drag(autoFill, centre, { { 400, 18 } });
+    expectPosition(4, 4);
+    drag(autoFill, centre, { { 18, 600 } });
+    expectPosition(0, 0);
+}
+
 TEST(EditorPanel, TempoDisplayFollowsTheTempoButTakesTheMouseOnlyWhileTheTempoIsEditable)
 {
     Panel p;
